@@ -1,0 +1,35 @@
+// Model items: what has a type, an id and an owner.
+#pragma once
+
+#include "ProToolkit.h"
+
+// What an item is: 3 feature, 5 surface, 21 axis, 62 curve, 66 point, 176 datum plane, and the model types.
+typedef enum ProTypes : int {
+  PRO_TYPE_UNUSED = -1,
+  PRO_ASSEMBLY = 1,
+  PRO_PART = 2,
+  PRO_FEATURE = 3,
+  PRO_DRAWING = 4,
+  PRO_SURFACE = 5,
+  PRO_AXIS = 21,
+  PRO_CSYS = 25,
+  PRO_CURVE = 62,
+  PRO_POINT = 66,
+  PRO_DATUM_PLANE = 176,
+} ProType;
+
+typedef void* ProMdl;
+typedef struct CreoSolid* ProSolid;
+
+typedef struct CreoModelItem {
+  ProType type;
+  int id;
+  ProMdl owner;
+} ProModelitem;
+
+typedef ProModelitem ProFeature;
+typedef ProModelitem ProGeomitem;
+
+typedef struct CreoComponentPath ProAsmcomppath;
+typedef struct CreoSelection* ProSelection;
+typedef struct CreoReference* ProReference;

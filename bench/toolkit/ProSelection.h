@@ -1,0 +1,10 @@
+// Selections.
+#pragma once
+
+#include "ProObjects.h"
+
+PRO_TOOLKIT_CALL ProError ProSelectionAlloc(ProAsmcomppath* path, ProModelitem* item,
+                                            ProSelection* selection);
+PRO_TOOLKIT_CALL ProError ProSelectionFree(ProSelection* selection);
+PRO_TOOLKIT_CALL ProError ProSelectionCopy(ProSelection from, ProSelection* to);
+PRO_TOOLKIT_CALL ProError ProSelectionToReference(ProSelection selection, ProReference* reference);

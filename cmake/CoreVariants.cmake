@@ -1,0 +1,21 @@
+# add_core_variant(name FLAGS flag…)
+#
+# The platform-free core and what stands in natively for Windows (sockets, log, code page), compiled once more with
+# the flags of one sanitiser. Whoever links it is compiled and linked with the same flags.
+function(add_core_variant name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FLAGS")
+  set(sources
+    "${PROJECT_SOURCE_DIR}/tests/support/captured_log.cpp"
+    "${PROJECT_SOURCE_DIR}/tests/support/latin1_text_encoding.cpp"
+    "${PROJECT_SOURCE_DIR}/tests/support/posix_sockets.cpp"
+    "${PROJECT_SOURCE_DIR}/tests/support/raw_connection.cpp")
+  foreach(folder vek_text vek_server)
+    get_target_property(listed ${folder} SOURCES)
+    get_target_property(home ${folder} SOURCE_DIR)
+    list(TRANSFORM listed PREPEND "${home}/")
+    list(APPEND sources ${listed})
+  endforeach()
+  vek_object_library(${name} ${sources})
+  target_compile_options(${name} PUBLIC ${arg_FLAGS} -fno-omit-frame-pointer)
+  target_link_options(${name} PUBLIC ${arg_FLAGS})
+endfunction()

@@ -1,0 +1,24 @@
+# add_test_suites(target [LABEL label] [LOCKS lock…] [TIMEOUT seconds] [ENVIRONMENT NAME=value…])
+#
+# Every GoogleTest suite of the program becomes one CTest test, named <label>.<suite>. The suites are asked for when
+# CTest runs, not when the program is built: a cross-compiled program can't be run by a build that has no Wine yet.
+function(add_test_suites target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "LOCKS;ENVIRONMENT")
+  if(NOT arg_LABEL)
+    set(arg_LABEL ${target})
+  endif()
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 120)
+  endif()
+  set(include_file "${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake")
+  file(GENERATE OUTPUT "${include_file}" CONTENT "
+set(program \"$<TARGET_FILE:${target}>\")
+set(launcher \"${CMAKE_CROSSCOMPILING_EMULATOR}\")
+set(label \"${arg_LABEL}\")
+set(locks \"${arg_LOCKS}\")
+set(timeout \"${arg_TIMEOUT}\")
+set(environment \"${arg_ENVIRONMENT}\")
+include(\"${PROJECT_SOURCE_DIR}/cmake/ListSuites.cmake\")
+")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${include_file}")
+endfunction()
