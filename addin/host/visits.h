@@ -1,0 +1,58 @@
+// Visits of features and their geometry, with plain callables in place of the toolkit's actions.
+//
+// No exception passes through the host's frames: one that the callable throws ends the visit, is kept, and is
+// thrown again here.
+#pragma once
+
+#include <ProFeature.h>
+#include <ProSolid.h>
+
+#include <exception>
+
+namespace vek {
+namespace visits_detail {
+
+template <typename Action>
+struct Visit {
+  Action& action;
+  std::exception_ptr exception;
+
+  template <typename Item>
+  static ProError Step(Item* item, ProError status, ProAppData data) {
+    auto& visit = *static_cast<Visit*>(data);
+    try {
+      return visit.action(item, status);
+    } catch (...) {
+      visit.exception = std::current_exception();
+      return PRO_TK_GENERAL_ERROR;
+    }
+  }
+
+  ProError End(ProError status) {
+    if (exception) std::rethrow_exception(exception);
+    return status;
+  }
+};
+
+}  // namespace visits_detail
+
+// `action(ProFeature*, ProError filter_status) -> ProError`; a non-zero answer ends the visit and is
+// returned.
+template <typename Action>
+ProError VisitFeatures(ProMdl model, Action&& action) {
+  visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};
+  using Step = decltype(visit);
+  return visit.End(
+      ProSolidFeatVisit(static_cast<ProSolid>(model), &Step::template Step<ProFeature>, nullptr, &visit));
+}
+
+// The items of `type` that belong to `feature`: 5 surfaces, 62 curves, 66 points.
+template <typename Action>
+ProError VisitGeometry(ProFeature& feature, int type, Action&& action) {
+  visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};
+  using Step = decltype(visit);
+  return visit.End(ProFeatureGeomitemVisit(&feature, static_cast<ProType>(type),
+                                           &Step::template Step<ProGeomitem>, nullptr, &visit));
+}
+
+}  // namespace vek
