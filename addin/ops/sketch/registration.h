@@ -1,0 +1,17 @@
+// The sketch family's operations.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "addin/server/provider.h"
+
+namespace vek::sketch {
+
+// The sketch operations by name, for running a step of the history again. Filled by the registration.
+const std::map<std::wstring, CreoMcpProvider::Operation>& SketchOperationTable();
+
+// Enters the family's operations in the provider and in the table above.
+void RegisterSketchOperations(CreoMcpProvider& provider);
+
+}  // namespace vek::sketch

@@ -1,0 +1,264 @@
+#include <gtest/gtest.h>
+
+#include "addin/ops/common/history.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/sketch_fixture.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+class SketchCreate : public SketchTest {};
+
+struct PlaneCase {
+  const wchar_t* requested;
+  const wchar_t* plane;
+  int direction;
+  bench::Vector3 x;
+  bench::Vector3 y;
+};
+
+// FRONT looks along +Z, TOP along +Y, RIGHT along +X. Direction 4 lays RIGHT's normal (+X) along the
+// section's x, and y follows as normal × x: Z × X = Y, Y × X = -Z. On RIGHT, direction 1 lays TOP's normal
+// (+Y) along the section's y, and x follows as y × normal: Y × X = -Z.
+TEST_F(SketchCreate, PlanesAndTheirOrientation) {
+  const PlaneCase cases[] = {
+      {L"XY", L"FRONT", 4, {1, 0, 0}, {0, 1, 0}},    {L" xy ", L"FRONT", 4, {1, 0, 0}, {0, 1, 0}},
+      {L"FRONT", L"FRONT", 4, {1, 0, 0}, {0, 1, 0}}, {L"front", L"front", 4, {1, 0, 0}, {0, 1, 0}},
+      {L"XZ", L"TOP", 4, {1, 0, 0}, {0, 0, -1}},     {L"TOP", L"TOP", 4, {1, 0, 0}, {0, 0, -1}},
+      {L"YZ", L"RIGHT", 1, {0, 0, -1}, {0, 1, 0}},   {L"right", L"right", 1, {0, 0, -1}, {0, 1, 0}},
+  };
+  NewPart();
+  int number = 0;
+  for (const auto& each : cases) {
+    const std::wstring name = L"S" + std::to_wstring(++number);
+    SCOPED_TRACE(number);
+    const auto result =
+        Run(L"api_sketch_create", L"{\"name\":\"" + name + L"\",\"plane\":\"" + each.requested + L"\"}");
+    EXPECT_EQ(result.message, L"Sketch '" + name + L"' created on " + each.plane +
+                                  L" (seeded construction point at origin).");
+    EXPECT_EQ(result.dataJson, L"{\"name\":\"" + name + L"\",\"plane\":\"" + each.plane +
+                                   L"\",\"committed\":true,\"seed\":\"P:1\"}");
+    EXPECT_EQ(Session(name).orient_dir, each.direction);
+    ASSERT_NE(FeatureNamed(name), nullptr);
+    EXPECT_EQ(FeatureNamed(name)->plane.x, each.x);
+    EXPECT_EQ(FeatureNamed(name)->plane.y, each.y);
+  }
+}
+
+TEST_F(SketchCreate, CreateSeedsAConstructionPointAndMakesACurveFeature) {
+  NewPart();
+  CreateSketch(L"Base");
+  const bench::Feature* feature = FeatureNamed(L"Base");
+  ASSERT_NE(feature, nullptr);
+  EXPECT_EQ(feature->type, 949);
+  EXPECT_FALSE(feature->incomplete);
+  ASSERT_EQ(Section(L"Base").entities.size(), 1u);
+  EXPECT_EQ(Entity(L"Base", 1).type, PRO_2D_POINT);
+  EXPECT_TRUE(Entity(L"Base", 1).construction);
+  ExpectPoint(Entity(L"Base", 1).first, 0, 0);
+  EXPECT_EQ(Session(L"Base").feature.id, feature->id);
+}
+
+TEST_F(SketchCreate, GeneratedNamesGoOnBehindTheHighestInTheModel) {
+  NewPart();
+  CreateSketch(L"SKETCH_3");
+  CreateSketch(L"sketch_7");
+  sketch::SketchSessionTable().clear();
+  EXPECT_EQ(Succeed(L"api_sketch_create", LR"({"plane":"XY"})").value("name", ""), "SKETCH_8");
+  EXPECT_EQ(Succeed(L"api_sketch_create", LR"({"name":"","plane":"XY"})").value("name", ""), "SKETCH_9");
+}
+
+TEST_F(SketchCreate, GeneratedNamesPassOverWhatIsTaken) {
+  NewPart();
+  CreateSketch(L"SKETCH_1");
+  NewPart();
+  // The first name belongs to a sketch of another document, and a feature here has the second with no number
+  // behind it that would have raised the count.
+  FeatureNamed(L"PRT_CSYS_DEF")->name = L"SKETCH_2";
+  sketch::SketchNameCounter = 0;
+  EXPECT_EQ(Succeed(L"api_sketch_create", LR"({"plane":"XY"})").value("name", ""), "SKETCH_3");
+}
+
+TEST_F(SketchCreate, TheHighestNumberOfAllDoesNotStopTheGeneration) {
+  NewPart();
+  FeatureNamed(L"PRT_CSYS_DEF")->name = L"SKETCH_2147483647";
+  EXPECT_EQ(Succeed(L"api_sketch_create", LR"({"plane":"XY"})").value("name", ""), "SKETCH_-2147483648");
+}
+
+TEST_F(SketchCreate, CreateRefusals) {
+  ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"XY"})", L"No active document.");
+  EXPECT_EQ(CountCaptured(L"Sketch Create: no active part"), 1);
+  NewPart();
+  CreateSketch(L"Taken");
+  ExpectFailure(L"api_sketch_create", LR"({"name":"Taken","plane":"XY"})", L"Sketch 'Taken' already exists.");
+  ExpectFailure(L"api_sketch_create", LR"({"name":"front","plane":"XY"})",
+                L"Feature name 'front' is already used in the model. Choose a different sketch name.");
+  ExpectFailure(
+      L"api_sketch_create", LR"({"name":"S"})",
+      L"'plane' is required (XY, XZ, YZ, or a datum plane name). Face selectors are not yet supported.");
+  ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"FRONT "})",
+                L"Datum plane 'FRONT ' not found in the active part.");
+  EXPECT_EQ(CountCaptured(L"Sketch FindDatumPlane: 'FRONT ' not found"), 1);
+  EXPECT_EQ(sketch::FindSketchSession(L"S"), nullptr);
+  NewAssembly();
+  ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"XY"})",
+                L"Sketches require an active part document.");
+  faults().Fail("ProMdlTypeGet", -1);
+  ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"XY"})",
+                L"Failed to read active document type.");
+}
+
+TEST_F(SketchCreate, CreateNeedsOneOfTheThreeDatumsForItsOrientation) {
+  NewPart();
+  FeatureNamed(L"RIGHT")->name = L"DTM1";
+  FeatureNamed(L"TOP")->name = L"DTM2";
+  ClearCapturedLog();
+  // FRONT is there still, but a plane can't orient itself.
+  ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"XY"})",
+                L"Could not resolve sketch orientation reference (need RIGHT/TOP/FRONT datums).");
+  EXPECT_EQ(CountCaptured(L"Sketch Create: hasOrient=0 orientDir=4"), 1);
+  // DTM1 stands across FRONT, which orients it.
+  CreateSketch(L"OnDatum", L"DTM1");
+  FeatureNamed(L"FRONT")->name = L"DTM3";
+  ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"DTM1"})",
+                L"Could not resolve sketch orientation reference (need RIGHT/TOP/FRONT datums).");
+}
+
+TEST_F(SketchCreate, CreateFailuresOfTheHost) {
+  NewPart();
+  const std::wstring arguments = LR"({"name":"S","plane":"XY"})";
+  faults().Fail("ProSection2DAlloc", -1);
+  ExpectFailure(L"api_sketch_create", arguments, L"Failed to allocate sketch section.");
+  faults().NoEffect("ProSection2DAlloc");
+  ExpectFailure(L"api_sketch_create", arguments, L"Failed to allocate sketch section.");
+  faults().Fail("ProSectionEntityAdd", -1);
+  ExpectFailure(L"api_sketch_create", arguments, L"Failed to seed sketch geometry.");
+  faults().Fail("ProFeatureWithoptionsCreate", -1);
+  ExpectFailure(L"api_sketch_create", arguments, L"Creo could not create the sketch feature.");
+  // The name is free again after each.
+  EXPECT_TRUE(UndoStack().empty());
+  Succeed(L"api_sketch_create", arguments);
+}
+
+TEST_F(SketchCreate, CreateMakesItsCallsInOrder) {
+  NewPart();
+  const auto mark = host().journal.Mark();
+  CreateSketch(L"Ordered");
+  std::string calls;
+  std::string modes;
+  for (const auto& call : host().journal.Since(mark)) {
+    calls += call.name.substr(3) + ' ';
+    if (call.name == "ProSectionIntentManagerModeSet") modes += call.arguments.back();
+  }
+  // The private section keeps its mode; the feature's goes off for the copying, and on and off again behind
+  // it.
+  EXPECT_EQ(modes, "1010");
+  EXPECT_EQ(calls,
+            "MdlCurrentGet MdlTypeGet "
+            "ModelitemByNameInit "                       // the name is free
+            "ModelitemByNameInit FeatureGeomitemVisit "  // FRONT
+            "ModelitemByNameInit FeatureGeomitemVisit "  // RIGHT
+            "Section2DAlloc SectionIntentManagerModeSet SectionNameSet "
+            "UnitInit MdlPrincipalunitsystemGet UnitsystemUnitGet UnitConversionCalculate "
+            "SectionEntityAdd SectionEntityConstructionSet "  // the seed
+            "SelectionAlloc SelectionAlloc MdlToModelitem SelectionAlloc "
+            "ElementAlloc "                                                              // 386
+            "ElementAlloc ElementIntegerSet ElemtreeElementAdd "                         // 387
+            "ElementAlloc ElementIntegerSet ElemtreeElementAdd "                         // 511
+            "ElementAlloc ElementWstringSet ElemtreeElementAdd "                         // 1964
+            "ElementAlloc ElemtreeElementAdd "                                           // 447
+            "ElementAlloc ElemtreeElementAdd "                                           // 450
+            "ElementAlloc SelectionToReference ElementReferenceSet ElemtreeElementAdd "  // 451
+            "ElementAlloc ElementIntegerSet ElemtreeElementAdd "                         // 452
+            "ElementAlloc ElementIntegerSet ElemtreeElementAdd "                         // 454
+            "ElementAlloc SelectionToReference ElementReferenceSet ElemtreeElementAdd "  // 455
+            "ArrayAlloc FeatureWithoptionsCreate FeatureElemtreeExtract "
+            "ElempathAlloc ElempathDataSet ElemtreeElementGet ElempathFree ElementSpecialvalueGet "
+            "SectionIntentManagerModeSet "
+            "SectionEntityGet SectionEntityAdd SectionEntityIsConstruction SectionEntityConstructionSet "
+            "SectionIntentManagerModeSet SectionIntentManagerModeSet "
+            "SecerrorAlloc SectionRegenerate SecerrorFree "
+            "FeatureWithoptionsRedefine "
+            "ModelitemByNameInit ModelitemNameGet "  // named already, at its birth
+            "SolidRegenerate WindowRepaint "
+            "ArrayFree FeatureElemtreeFree ElementFree "
+            "SelectionFree SelectionFree SelectionFree ReferenceFree ReferenceFree ");
+}
+
+TEST_F(SketchCreate, CreateLogsItsWay) {
+  NewPart();
+  ClearCapturedLog();
+  Succeed(L"api_sketch_create", LR"({"name":"S","plane":"yz"})");
+  for (const wchar_t* line : {
+           L"Sketch Create: enter",
+           L"Sketch Create: name='S' requestedPlane='yz' mappedPlane='RIGHT'",
+           L"Sketch FindDatumPlane: looking up 'RIGHT'",
+           L"Sketch FindDatumPlane: looking up 'TOP'",
+           L"Sketch Create: hasOrient=1 orientDir=1",
+           L"Sketch Create: seeded construction point id=1 at origin (scale=1)",
+           L"Sketch Create: committing seeded sketch",
+       })
+    EXPECT_EQ(CountCaptured(line), 1) << EncodeUtf8(line);
+}
+
+TEST_F(SketchCreate, CreateEntersTheHistoryWithTheNameItChose) {
+  NewPart();
+  Succeed(L"api_sketch_create", LR"({"plane":"XY"})");
+  Succeed(L"api_sketch_create", LR"({"plane":"XZ","name":"Mine"})");
+  ASSERT_EQ(UndoStack().size(), 2u);
+  EXPECT_EQ(UndoStack()[0].label, L"Create sketch SKETCH_1");
+  EXPECT_EQ(UndoStack()[0].operation, L"api_sketch_create");
+  EXPECT_EQ(UndoStack()[0].arguments, LR"({"name":"SKETCH_1","plane":"XY"})");
+  EXPECT_EQ(UndoStack()[1].label, L"Create sketch Mine");
+  EXPECT_EQ(UndoStack()[1].arguments, LR"({"plane":"XZ","name":"Mine"})");
+}
+
+TEST_F(SketchCreate, ANameBeyondTheHostsBufferIsCutThere) {
+  NewPart();
+  const std::wstring name(40, L'N');
+  CreateSketch(name);
+  EXPECT_NE(FeatureNamed(std::wstring(31, L'N')), nullptr);
+  EXPECT_TRUE(DrawPoint(name).success);
+}
+
+TEST_F(SketchCreate, ListCountsTheSketchesOfTheActivePart) {
+  ExpectFailure(L"api_sketch_list", L"{}", L"No active document.");
+  NewPart();
+  EXPECT_EQ(Run(L"api_sketch_list").message, L"0 sketch(es) found.");
+  EXPECT_EQ(Run(L"api_sketch_list").dataJson, L"[]");
+  CreateSketch(L"Elsewhere");
+  NewPart();
+  CreateSketch(L"b", L"YZ");
+  CreateSketch(L"A");
+  Draw(L"api_sketch_rectangle_two_points", L"A", LR"("x2":4,"y2":3)");
+  Draw(L"api_sketch_line_two_points", L"A", LR"("x2":1,"construction":true)");
+  Draw(L"api_sketch_circle_center_radius", L"A", LR"("cx":20,"radius":1)");
+  faults().Fail("ProFeatureWithoptionsCreate", -1);
+  EXPECT_FALSE(DrawPoint(L"b").success);
+
+  const auto listed = Run(L"api_sketch_list");
+  EXPECT_EQ(listed.message, L"2 sketch(es) found.");
+  EXPECT_EQ(
+      listed.dataJson,
+      LR"([{"name":"A","plane":"FRONT","lines":4,"circles":1,"arcs":1,"entities":7,"committed":true},)"
+      LR"({"name":"b","plane":"RIGHT","lines":0,"circles":0,"arcs":0,"entities":2,"committed":false}])");
+}
+
+TEST_F(SketchCreate, DrawingNeedsASketchOfTheActivePart) {
+  const std::wstring operation = L"api_sketch_point";
+  ExpectFailure(operation, LR"({"sketch_name":"S","x":1,"y":1})", L"No active document.");
+  NewPart();
+  CreateSketch(L"S");
+  ExpectFailure(operation, LR"({"x":1,"y":1})", L"'sketch_name' is required.");
+  ExpectFailure(operation, LR"({"sketch_name":"s","x":1,"y":1})",
+                L"Sketch 's' not found. Create it first with api_sketch_create.");
+  NewPart();
+  ExpectFailure(operation, LR"({"sketch_name":"S","x":1,"y":1})",
+                L"Sketch belongs to a different document than the active one.");
+  ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"XY"})", L"Sketch 'S' already exists.");
+  EXPECT_EQ(Session(L"S").entities.size(), 1u);
+}
+
+}  // namespace
+}  // namespace vek::support

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include <numbers>
+
+#include "addin/ops/common/history.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/sketch_fixture.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+
+class SketchGeometry : public SketchTest {
+ protected:
+  void SetUp() override {
+    SketchTest::SetUp();
+    NewPart();
+    CreateSketch(L"S");
+  }
+};
+
+struct DrawCase {
+  const wchar_t* operation;
+  const wchar_t* arguments;
+  const wchar_t* labels;
+  const wchar_t* message;
+};
+
+TEST_F(SketchGeometry, EachOperationTellsWhatItDrew) {
+  const DrawCase cases[] = {
+      {L"api_sketch_point", LR"("x":1.5,"y":-2)", L"P:2", L"Point (1.5, -2) mm added to 'S'."},
+      {L"api_sketch_line_two_points", LR"("x2":10)", L"L:1", L"Line added to 'S' and sketch committed."},
+      {L"api_sketch_line_two_points", LR"("x2":10,"centerline":true)", L"A:1",
+       L"Centerline added to 'S' and sketch committed."},
+      {L"api_sketch_line_two_points", LR"("y2":10,"construction":1)", L"A:2",
+       L"Centerline added to 'S' and sketch committed."},
+      {L"api_sketch_circle_center_radius", LR"("radius":0.25)", L"C:1", L"Circle (r=0.25 mm) added to 'S'."},
+      {L"api_sketch_rectangle_two_points", LR"("x2":10,"y2":5)", L"L:2;L:3;L:4;L:5",
+       L"Rectangle added to 'S'."},
+      {L"api_sketch_arc", LR"("radius":5,"sweep_angle_deg":-90,"start_angle_deg":45)", L"A:3",
+       L"Arc added to 'S' (start=45 deg, sweep=-90 deg)."},
+      {L"api_sketch_polyline", LR"("points":[[0,0],[1,0],{"x":1,"y":1}],"closed":true)", L"L:6;L:7;L:8",
+       L"Polyline (3 pts, closed) added to 'S'."},
+      {L"api_sketch_polyline", LR"("points":[[0,0],[1,0],[2,3]])", L"L:9;L:10",
+       L"Polyline (3 pts, open) added to 'S'."},
+      {L"api_sketch_polyline", LR"("points":[[0,0],[1,0]],"closed":true)", L"L:11",
+       L"Polyline (2 pts, closed) added to 'S'."},
+      {L"api_sketch_spline", LR"("points":[[0,0],[1,2],[2,0]])", L"S:1", L"Spline (3 pts) added to 'S'."},
+      {L"api_sketch_ellipse_center_radii", LR"("radius_x":4,"radius_y":2)", L"E:1",
+       L"Ellipse (rx=4, ry=2 mm) added to 'S'."},
+      {L"api_sketch_ellipse_center_radii", LR"("radius_x":4,"radius_y":2,"rotation_deg":30)", L"E:2",
+       L"Ellipse (rx=4, ry=2 mm) added to 'S'."},
+      {L"api_sketch_ellipse_arc", LR"("radius_x":4,"radius_y":2,"sweep_angle_deg":120)", L"S:2",
+       L"Elliptical arc (rx=4, ry=2 mm, sweep=120 deg) added to 'S'."},
+      {L"api_sketch_slot", LR"("length_mm":30,"width_mm":10)", L"L:12;L:13;A:4;A:5",
+       L"Slot (length=30, width=10 mm) added to 'S'."},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(EncodeUtf8(std::wstring(each.operation) + L" " + each.arguments));
+    ClearHistory();
+    const std::wstring arguments = std::wstring(L"{\"sketch_name\":\"S\",") + each.arguments + L"}";
+    const auto result = Run(each.operation, arguments);
+    EXPECT_TRUE(result.success);
+    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(each.message));
+    EXPECT_EQ(EncodeUtf8(result.dataJson),
+              EncodeUtf8(std::wstring(L"{\"sketch_name\":\"S\",\"entity\":\"") + each.labels + L"\"}"));
+    ASSERT_EQ(UndoStack().size(), 1u);
+    const HistoryEntry& step = UndoStack().back();
+    EXPECT_EQ(step.label, std::wstring(L"Draw ") + each.labels + L" in S");
+    EXPECT_EQ(step.operation, each.operation);
+    EXPECT_EQ(step.arguments, arguments);
+    EXPECT_EQ(step.target, L"S");
+    EXPECT_EQ(step.entity, each.labels);
+  }
+  const auto listed = Run(L"api_sketch_list");
+  EXPECT_EQ(
+      listed.dataJson,
+      LR"([{"name":"S","plane":"FRONT","lines":13,"circles":1,"arcs":5,"entities":25,"committed":true}])");
+}
+
+TEST_F(SketchGeometry, ARectangleIsWalkedFromTheFirstCornerAlongX) {
+  Draw(L"api_sketch_rectangle_two_points", L"S", LR"("x1":4,"y1":3,"x2":-1,"y2":0)");
+  ExpectEnds(Entity(L"S", 2), PRO_2D_LINE, {4, 3}, {-1, 3});
+  ExpectEnds(Entity(L"S", 3), PRO_2D_LINE, {-1, 3}, {-1, 0});
+  ExpectEnds(Entity(L"S", 4), PRO_2D_LINE, {-1, 0}, {4, 0});
+  ExpectEnds(Entity(L"S", 5), PRO_2D_LINE, {4, 0}, {4, 3});
+}
+
+TEST_F(SketchGeometry, ANegativeSweepDrawsTheSameArcFromItsOtherEnd) {
+  Draw(L"api_sketch_arc", L"S", LR"("cx":1,"cy":2,"radius":5,"start_angle_deg":90,"sweep_angle_deg":-120)");
+  // From 90 - 120 = -30 degrees to 90.
+  ExpectArc(Entity(L"S", 2), {1, 2}, 5, -kPi / 6, kPi / 2);
+  Draw(L"api_sketch_arc", L"S", LR"("radius":5,"start_angle_deg":300,"sweep_angle_deg":120)");
+  ExpectArc(Entity(L"S", 3), {0, 0}, 5, kPi * 5 / 3, kPi * 7 / 3);
+}
+
+TEST_F(SketchGeometry, APolylineClosesFromItsLastPoint) {
+  Draw(L"api_sketch_polyline", L"S", LR"("points":[[0,0],[4,0],[4,3]],"closed":true)");
+  ExpectEnds(Entity(L"S", 2), PRO_2D_LINE, {0, 0}, {4, 0});
+  ExpectEnds(Entity(L"S", 3), PRO_2D_LINE, {4, 0}, {4, 3});
+  ExpectEnds(Entity(L"S", 4), PRO_2D_LINE, {4, 3}, {0, 0});
+}
+
+// Upright: half = (40 - 10) / 2 = 15 and r = 5, so the centers lie at (5, 7 ∓ 15), and the sides 5 to the
+// left and to the right of them.
+TEST_F(SketchGeometry, ASlotIsTwoLinesAndTwoHalfCircles) {
+  Draw(L"api_sketch_slot", L"S", LR"("cx":5,"cy":7,"length_mm":40,"width_mm":10,"angle_deg":90)");
+  ExpectEnds(Entity(L"S", 2), PRO_2D_LINE, {0, -8}, {0, 22});
+  ExpectEnds(Entity(L"S", 3), PRO_2D_LINE, {10, 22}, {10, -8});
+  ExpectArc(Entity(L"S", 4), {5, 22}, 5, 0, kPi);
+  ExpectArc(Entity(L"S", 5), {5, -8}, 5, kPi, 2 * kPi);
+}
+
+TEST_F(SketchGeometry, AnEllipseIsTrueOnlyAlongTheAxes) {
+  Draw(L"api_sketch_ellipse_center_radii", L"S",
+       LR"("cx":1,"cy":2,"radius_x":4,"radius_y":3,"rotation_deg":0.0000000001)");
+  const auto& straight = Entity(L"S", 2);
+  EXPECT_EQ(straight.type, PRO_2D_ELLIPSE);
+  ExpectPoint(straight.first, 1, 2);
+  EXPECT_EQ(straight.radius, 4);
+  EXPECT_EQ(straight.second_radius, 3);
+
+  Draw(L"api_sketch_ellipse_center_radii", L"S",
+       LR"("cx":1,"cy":2,"radius_x":20,"radius_y":10,"rotation_deg":90)");
+  const auto& turned = Entity(L"S", 3);
+  EXPECT_EQ(turned.type, PRO_2D_SPLINE);
+  ASSERT_EQ(turned.points.size(), 33u);
+  // (1 - 10 sin t, 2 + 20 cos t) at t = 0, an eighth, a quarter, a half, and the whole turn; √2/2 =
+  // 0.70710678118...
+  ExpectPoint(turned.points[0], 1, 22);
+  ExpectPoint(turned.points[4], 1 - 7.0710678118654755, 2 + 14.142135623730951);
+  ExpectPoint(turned.points[8], -9, 2);
+  ExpectPoint(turned.points[16], 1, -18);
+  ExpectPoint(turned.points[32], 1, 22);
+}
+
+TEST_F(SketchGeometry, AnEllipticalArcIsASplineAlsoAlongTheAxes) {
+  Draw(L"api_sketch_ellipse_arc", L"S",
+       LR"("radius_x":20,"radius_y":10,"start_angle_deg":90,"sweep_angle_deg":-60)");
+  const auto& arc = Entity(L"S", 2);
+  EXPECT_EQ(arc.type, PRO_2D_SPLINE);
+  ASSERT_EQ(arc.points.size(), 33u);
+  ExpectPoint(arc.points[0], 0, 10);
+  // Half-way at 60 degrees, and the end at 30: √3/2 = 0.86602540378...
+  ExpectPoint(arc.points[16], 10, 8.6602540378443865);
+  ExpectPoint(arc.points[32], 17.320508075688773, 5);
+}
+
+TEST_F(SketchGeometry, ConstructionGeometryStaysSoInTheFeature) {
+  Draw(L"api_sketch_circle_center_radius", L"S", LR"("radius":2,"construction":true)");
+  Draw(L"api_sketch_circle_center_radius", L"S", LR"("radius":3)");
+  Draw(L"api_sketch_line_two_points", L"S", LR"("x2":3,"construction":true)");
+  Draw(L"api_sketch_point", L"S", LR"("x":3,"y":3,"construction":true)");
+  EXPECT_TRUE(Entity(L"S", 2).construction);
+  EXPECT_FALSE(Entity(L"S", 3).construction);
+  // A line becomes a centerline instead, and a point takes no such flag.
+  EXPECT_FALSE(Entity(L"S", 4).construction);
+  ExpectEnds(Entity(L"S", 4), PRO_2D_CENTER_LINE, {0, 0}, {3, 0});
+  EXPECT_FALSE(Entity(L"S", 5).construction);
+}
+
+TEST_F(SketchGeometry, LengthsAreScaledToTheUnitsOfTheModelAndAnglesAreNot) {
+  Current().length_unit = bench::LengthUnit::kInch;
+  Draw(L"api_sketch_circle_center_radius", L"S", LR"("cx":50.8,"cy":-25.4,"radius":25.4)");
+  EXPECT_NEAR(Entity(L"S", 2).radius, 1, 1e-12);
+  ExpectPoint(Entity(L"S", 2).first, 2, -1);
+  Draw(L"api_sketch_line_two_points", L"S", LR"("x1":25.4,"y2":127)");
+  ExpectEnds(Entity(L"S", 3), PRO_2D_LINE, {1, 0}, {0, 5});
+  Draw(L"api_sketch_arc", L"S", LR"("radius":12.7,"sweep_angle_deg":90)");
+  ExpectArc(Entity(L"S", 4), {0, 0}, 0.5, 0, kPi / 2);
+  Draw(L"api_sketch_spline", L"S", LR"("points":[[0,0],[25.4,50.8]])");
+  ExpectPoint(Entity(L"S", 5).points[1], 1, 2);
+  Draw(L"api_sketch_ellipse_center_radii", L"S", LR"("radius_x":50.8,"radius_y":25.4)");
+  EXPECT_NEAR(Entity(L"S", 6).radius, 2, 1e-12);
+  Draw(L"api_sketch_slot", L"S", LR"("length_mm":76.2,"width_mm":25.4)");
+  // Three inches by one: half = 1, r = 0.5.
+  ExpectEnds(Entity(L"S", 7), PRO_2D_LINE, {-1, 0.5}, {1, 0.5});
+  EXPECT_EQ(Run(L"api_sketch_point", LR"({"sketch_name":"S","x":25.4,"y":0})").message,
+            L"Point (25.4, 0) mm added to 'S'.");
+}
+
+TEST_F(SketchGeometry, ALineLogsItsWay) {
+  Current().length_unit = bench::LengthUnit::kInch;
+  ClearCapturedLog();
+  Draw(L"api_sketch_line_two_points", L"S", LR"("x1":25.4,"y1":0,"x2":0,"y2":50.8,"centerline":true)");
+  EXPECT_EQ(
+      CountCaptured(L"Sketch Line: sketch='S' scale=0.0393701 pts=(1,0)->(0,2) construction=0 centerline=1"),
+      1);
+  EXPECT_EQ(CountCaptured(L"Sketch Line: entity added id=2; committing"), 1);
+  Run(L"api_sketch_line_two_points", L"{}");
+  EXPECT_EQ(CountCaptured(L"Sketch Line: BeginGeometryOp failed"), 1);
+  faults().Fail("ProSectionEntityAdd", -1);
+  Run(L"api_sketch_line_two_points", LR"({"sketch_name":"S","x2":1})");
+  EXPECT_EQ(CountCaptured(L"Sketch Line: ProSectionEntityAdd failed"), 1);
+}
+
+}  // namespace
+}  // namespace vek::support
