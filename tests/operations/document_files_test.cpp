@@ -1,0 +1,274 @@
+// Documents and the disk: open, save under a new name, close.
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "addin/server/json_writer.h"
+#include "bench/host/model_file.h"
+#include "tests/support/operation_fixture.h"
+
+namespace vek {
+namespace {
+
+class DocumentFiles : public support::OperationTest {
+ protected:
+  std::wstring Argument(const wchar_t* key, const std::wstring& text) const {
+    return std::wstring(L"{\"") + key + L"\":\"" + JsonEscape(text) + L"\"}";
+  }
+  std::wstring FilePath(const std::wstring& file) const {
+    return Argument(L"file_path", (directory() / file).wstring());
+  }
+  std::wstring Full(const std::wstring& file) const { return (directory() / file).wstring(); }
+
+  void WriteFile(const std::wstring& file, const std::string& text) {
+    std::ofstream(directory() / file, std::ios::binary) << text;
+  }
+
+  // A part of that name on disk, in the test's directory and no longer in session.
+  void PutPartOnDisk(const std::wstring& name) {
+    NewPart();
+    Succeed(L"api_document_save_as", FilePath(name + L".prt"));
+    Succeed(L"api_document_close", Argument(L"name_or_path", name));
+  }
+
+  bench::Model& ActiveDrawing(const std::wstring& name) {
+    bench::Model& sheet = AddModel(name, PRO_MDL_DRAWING);
+    Succeed(L"api_document_activate", Argument(L"name_or_path", name));
+    return sheet;
+  }
+};
+
+// ---- round trip
+// ------------------------------------------------------------------------------------------------
+
+TEST_F(DocumentFiles, KeepFeaturesIdsAndGeometryFromSaveToOpen) {
+  NewPart();
+  Block(20, 30, 40);
+  EXPECT_NEAR(Volume(), 20 * 30 * 40, 1e-6);
+  std::vector<std::pair<int, std::wstring>> before;
+  for (const auto& feature : Current().features) before.emplace_back(feature->id, feature->name);
+  const auto faces = Current().topology.faces.size();
+
+  const auto saved = Run(L"api_document_save_as", FilePath(L"sub\\deep\\bracket.prt"));
+  EXPECT_EQ(saved.message, L"Document saved as '" + Full(L"sub\\deep\\bracket.prt") + L"'.");
+  EXPECT_EQ(saved.dataJson, L"{\"file_path\":\"" + JsonPath(L"sub\\deep\\BRACKET.prt") + L"\"}");
+  EXPECT_EQ(host().session.All().size(), 1u);  // renamed, not copied
+  EXPECT_FALSE(Current().modified);
+  EXPECT_TRUE(std::filesystem::exists(directory() / "sub/deep/bracket.prt.1"));
+
+  const auto closed = Run(L"api_document_close", Argument(L"name_or_path", L"bracket"));
+  EXPECT_EQ(closed.message, L"Document 'BRACKET' closed.");
+  EXPECT_EQ(closed.dataJson, L"null");
+  EXPECT_TRUE(host().session.All().empty());
+
+  const std::wstring home = bench::WorkingDirectory();
+  const auto opened = Run(L"api_document_open", FilePath(L"sub\\deep\\bracket.prt.1"));
+  EXPECT_EQ(opened.message, L"Document 'BRACKET' opened and activated.");
+  EXPECT_EQ(opened.dataJson, L"{\"name\":\"BRACKET\",\"full_path\":\"" + JsonPath(L"sub\\deep\\BRACKET.prt") +
+                                 L"\",\"document_type\":\"part\"}");
+  EXPECT_EQ(bench::WorkingDirectory(), home);
+
+  std::vector<std::pair<int, std::wstring>> after;
+  for (const auto& feature : Current().features) after.emplace_back(feature->id, feature->name);
+  EXPECT_EQ(after, before);
+  EXPECT_NEAR(Volume(), 24'000, 1e-6);
+  EXPECT_EQ(Current().topology.faces.size(), faces);
+}
+
+// ---- open
+// ------------------------------------------------------------------------------------------------------
+
+TEST_F(DocumentFiles, AlreadyInSessionNeedNoFile) {
+  AddModel(L"BRACKET", PRO_MDL_PART);
+  const auto result = Run(L"api_document_open", LR"({"file_path":"C:\\nowhere\\bracket.prt.4"})");
+  EXPECT_EQ(result.message, L"Document 'BRACKET' was already open and is now active.");
+  EXPECT_EQ(result.dataJson, LR"({"name":"BRACKET","full_path":"BRACKET.prt","document_type":"part"})");
+  faults().Fail("ProMdlDisplay", -3);
+  ExpectFailure(L"api_document_open", LR"({"file_path":"bracket"})", L"Failed to display model (status=-3).");
+}
+
+TEST_F(DocumentFiles, ThatCanNotBeOpenedTellWhy) {
+  const std::wstring open = L"api_document_open";
+  ExpectFailure(open, L"{}", L"'file_path' argument is required.");
+  ExpectFailure(open, FilePath(L"none.prt"), L"File not found: '" + Full(L"none.prt") + L"'.");
+  ExpectFailure(open, FilePath(L""), L"Unable to parse file_path into a Creo model name.");
+
+  WriteFile(L"mesh.stp", "ISO-10303-21;");
+  const std::wstring unsupported = L"Unsupported Creo file type. Expected .prt, .asm, or .drw.";
+  ExpectFailure(open, FilePath(L"mesh.stp"), unsupported);
+  faults().NoEffect("ProFileSubtypeGet");
+  ExpectFailure(open, FilePath(L"mesh.stp"), unsupported);
+
+  PutPartOnDisk(L"BRACKET");
+  const std::wstring bracket = FilePath(L"bracket.prt.1");
+  const std::wstring full = Full(L"bracket.prt.1");
+  faults().Fail("ProDirectoryChange", -15);
+  ExpectFailure(open, bracket, L"Failed to change working directory (status=-15).");
+  faults().Fail("ProMdlnameRetrieve", -4);
+  ExpectFailure(open, bracket, L"Failed to open '" + full + L"' (status=-4).");
+  faults().NoEffect("ProMdlnameRetrieve");
+  ExpectFailure(open, bracket, L"Failed to open '" + full + L"' (status=0).");
+  EXPECT_TRUE(host().session.All().empty());
+
+  WriteFile(L"bracket.prt.2", "torn");
+  ExpectFailure(open, bracket, L"Failed to open '" + full + L"' (status=-16).");
+}
+
+TEST_F(DocumentFiles, StayRetrievedWhenTheyCanNotBeActivated) {
+  PutPartOnDisk(L"BRACKET");
+  const std::wstring home = bench::WorkingDirectory();
+  faults().Fail("ProMdlMdlnameGet", -1);
+  ExpectFailure(L"api_document_open", FilePath(L"bracket.prt.1"),
+                L"Failed to read model name for activation.");
+  EXPECT_EQ(host().session.All().size(), 1u);
+  EXPECT_EQ(bench::WorkingDirectory(), home);
+}
+
+TEST_F(DocumentFiles, OfAnotherExtensionAreOpenedWhenTheHostKnowsThem) {
+  PutPartOnDisk(L"BRACKET");
+  std::filesystem::copy_file(directory() / "bracket.prt.1", directory() / "bracket.model");
+  EXPECT_EQ(Run(L"api_document_open", FilePath(L"bracket.model")).message,
+            L"Document 'BRACKET' opened and activated.");
+}
+
+// ---- save as
+// -----------------------------------------------------------------------------------------------------
+
+TEST_F(DocumentFiles, AreNotSavedUnderAnImpossibleName) {
+  const std::wstring save = L"api_document_save_as";
+  ExpectFailure(save, L"{}", L"'file_path' argument is required.");
+  ExpectFailure(save, FilePath(L"bracket.prt"), L"No active document to save.");
+  NewPart();
+  ExpectFailure(save, FilePath(L""), L"Unable to parse file_path for save-as.");
+  ExpectFailure(save, FilePath(L"bracket"), L"'file_path' must include a .prt, .asm, or .drw extension.");
+  ExpectFailure(save, FilePath(L"bracket.Asm"),
+                L"file_path extension '.Asm' does not match active document type 'part' (expected '.prt').");
+  ExpectFailure(save, FilePath(L"bracket.stp"),
+                L"file_path extension '.stp' does not match active document type 'part' (expected '.prt').");
+  faults().Fail("ProMdlTypeGet", -1);
+  ExpectFailure(save, FilePath(L"bracket.prt"), L"Failed to read active document type.");
+
+  const std::wstring long_name(200, L'a');
+  ExpectFailure(save, Argument(L"file_path", long_name + L".prt"),
+                L"Failed to rename active document to '" + long_name + L"' (status=-2).");
+
+  bench::Model& layout = AddModel(L"LAYOUT", static_cast<ProMdlType>(3));
+  host().windows.Activate(*host().windows.Create(layout));
+  ExpectFailure(save, FilePath(L"layout.prt"), L"Unsupported active document type for save-as.");
+}
+
+TEST_F(DocumentFiles, AreNotSavedWhereNoDirectoryCanBe) {
+  NewPart();
+  WriteFile(L"file", "in the way");
+  ExpectFailure(L"api_document_save_as", FilePath(L"file\\sub\\bracket.prt"),
+                L"Failed to create destination directory '" + Full(L"file\\sub") + L"'.");
+  faults().Fail("ProDirectoryChange", -15);
+  ExpectFailure(L"api_document_save_as", FilePath(L"new\\bracket.prt"),
+                L"Failed to change working directory (status=-15).");
+  EXPECT_TRUE(std::filesystem::is_directory(directory() / "new"));
+}
+
+TEST_F(DocumentFiles, StayRenamedWhenTheSaveFails) {
+  const std::wstring before = NewPart().name;
+  const std::wstring home = bench::WorkingDirectory();
+  faults().Fail("ProMdlnameRename", -5);
+  ExpectFailure(L"api_document_save_as", FilePath(L"sub\\bracket.prt"),
+                L"Failed to rename active document to 'bracket' (status=-5).");
+  EXPECT_EQ(Current().name, before);
+
+  faults().Fail("ProMdlSave", -17);
+  ExpectFailure(L"api_document_save_as", FilePath(L"sub\\bracket.prt"),
+                L"SaveAs failed for '" + Full(L"sub\\bracket.prt") + L"' (status=-17).");
+  EXPECT_EQ(Current().name, L"BRACKET");
+  EXPECT_EQ(bench::WorkingDirectory(), home);
+}
+
+TEST_F(DocumentFiles, KeepTheirNameWhenOnlyItsCaseDiffers) {
+  NewPart();
+  Succeed(L"api_document_save_as", FilePath(L"bracket.prt"));
+  const auto mark = host().journal.Mark();
+  Succeed(L"api_document_save_as", FilePath(L"BrackeT.PRT"));
+  EXPECT_EQ(CallsSince(mark, {"ProMdlnameRename", "ProMdlDisplay", "ProMdlSave"}),
+            std::vector<std::string>{"ProMdlSave"});
+  EXPECT_TRUE(std::filesystem::exists(directory() / "bracket.prt.2"));
+}
+
+TEST_F(DocumentFiles, AnswerWithTheGivenPathWhenTheHostLosesTheirName) {
+  NewPart();
+  Succeed(L"api_document_save_as", FilePath(L"bracket.prt"));
+  faults().Fail("ProMdlMdlnameGet", -1, 2);  // behind the comparison of the names
+  EXPECT_EQ(Run(L"api_document_save_as", LR"({"file_path":"bracket.prt"})").dataJson,
+            LR"({"file_path":"bracket.prt"})");
+}
+
+TEST_F(DocumentFiles, AreDisplayedBeforeASaveWhenTheyAreDrawings) {
+  ActiveDrawing(L"SHEET");
+  auto mark = host().journal.Mark();
+  Succeed(L"api_document_save_as", FilePath(L"sheet.drw"));
+  const std::vector<std::string> order = {"ProMdlDisplay", "ProMdlSave"};
+  EXPECT_EQ(CallsSince(mark, order), order);
+
+  faults().Fail("ProMdlDisplay", -8);
+  ExpectFailure(L"api_document_save_as", FilePath(L"sheet.drw"),
+                L"SaveAs failed for '" + Full(L"sheet.drw") + L"' (status=-8).");
+
+  mark = host().journal.Mark();
+  Succeed(L"api_document_close", LR"({"name_or_path":"sheet","save_changes":true})");
+  EXPECT_EQ(CallsSince(mark, order), order);
+}
+
+// ---- close
+// -------------------------------------------------------------------------------------------------------
+
+TEST_F(DocumentFiles, AreClosedWithTheirWindowFirst) {
+  bench::Model& part = NewPart();
+  const std::wstring by_name = Argument(L"name_or_path", part.name);
+  const auto mark = host().journal.Mark();
+  Succeed(L"api_document_close", by_name);
+  EXPECT_EQ(CallsSince(mark, {"ProMdlSave", "ProMdlDisplay", "ProWindowDelete", "ProMdlErase"}),
+            (std::vector<std::string>{"ProWindowDelete", "ProMdlErase"}));
+  EXPECT_EQ(host().CurrentModel(), nullptr);
+
+  AddModel(L"BEHIND", PRO_MDL_PART);
+  Succeed(L"api_document_close", LR"({"name_or_path":"behind"})");
+  EXPECT_TRUE(host().session.All().empty());
+}
+
+TEST_F(DocumentFiles, CountAsClosedForFourStatuses) {
+  for (const int status : {-4, -8, -19}) {
+    const std::wstring name = NewPart().name;
+    faults().Fail("ProMdlErase", status);
+    EXPECT_EQ(Run(L"api_document_close", Argument(L"name_or_path", name)).message,
+              L"Document '" + name + L"' closed.");
+  }
+  bench::Model& part = NewPart();
+  faults().Fail("ProMdlErase", -1);
+  ExpectFailure(L"api_document_close", Argument(L"name_or_path", part.name),
+                L"Failed to close '" + part.name + L"' (status=-1).");
+  EXPECT_FALSE(host().windows.WindowOf(part).has_value());  // gone, and not made again
+}
+
+TEST_F(DocumentFiles, StayOpenWhenTheyCanNotBeSavedBeforeAClose) {
+  const std::wstring close = L"api_document_close";
+  ExpectFailure(close, L"{}", L"'name_or_path' argument is required.");
+  ExpectFailure(close, LR"({"name_or_path":"gear"})",
+                L"No open document matches 'gear'. Use api_document_list_open to see open documents.");
+
+  bench::Model& part = NewPart();
+  const std::wstring arguments = L"{\"save_changes\":true,\"name_or_path\":\"" + part.name + L"\"}";
+  faults().Fail("ProMdlSave", -17);
+  ExpectFailure(close, arguments, L"Failed to save '" + part.name + L"' before close (status=-17).");
+  EXPECT_EQ(&Current(), &part);
+
+  const std::wstring file = part.name;
+  Succeed(close, arguments);
+  EXPECT_EQ(bench::VersionsOf(directory().wstring(), file, PRO_MDL_PART).size(), 1u);
+
+  ActiveDrawing(L"SHEET");
+  faults().Fail("ProMdlDisplay", -8);
+  ExpectFailure(close, LR"({"name_or_path":"sheet","save_changes":1})",
+                L"Failed to save 'SHEET' before close (status=-8).");
+}
+
+}  // namespace
+}  // namespace vek

@@ -1,0 +1,215 @@
+// What the document operations do within the session: info, list, activate, rebuild, new documents.
+#include <gtest/gtest.h>
+
+#include <regex>
+
+#include "addin/ops/common/history.h"
+#include "tests/support/operation_fixture.h"
+
+namespace vek {
+namespace {
+
+class Documents : public support::OperationTest {
+ protected:
+  // The numbers behind the prefix in the names that were tried since `mark`.
+  std::vector<unsigned long> NumbersTried(std::uint64_t mark, const std::string& prefix) {
+    std::vector<unsigned long> numbers;
+    const std::regex pattern(prefix + "_([0-9]+)");
+    for (const auto& entry : host().journal.Since(mark)) {
+      std::smatch match;
+      if (entry.name == "ProSolidMdlnameCreate" && std::regex_search(entry.arguments, match, pattern))
+        numbers.push_back(std::stoul(match[1]));
+    }
+    return numbers;
+  }
+
+  std::size_t HistoryAfter(const std::wstring& name, const std::wstring& arguments) {
+    ClearHistory();
+    PushCreateFeature(L"A");
+    Run(name, arguments);
+    return UndoStack().size();
+  }
+};
+
+TEST_F(Documents, DescribeTheActiveOne) {
+  bench::Model& part = AddModel(L"BRACKET", PRO_MDL_PART);
+  part.directory = L"C:\\parts";
+  Succeed(L"api_document_activate", LR"({"name_or_path":"bracket"})");
+
+  const auto result = Run(L"api_document_info");
+  EXPECT_EQ(result.message, L"Active document: BRACKET.");
+  EXPECT_EQ(
+      result.dataJson,
+      LR"({"name":"BRACKET","full_path":"C:\\parts\\BRACKET.prt","document_type":"part","is_modified":true})");
+  faults().Fail("ProMdlModificationVerify", -1);
+  EXPECT_EQ(Succeed(L"api_document_info")["is_modified"], false);
+  part.modified = false;
+  EXPECT_EQ(Succeed(L"api_document_info")["is_modified"], false);
+}
+
+TEST_F(Documents, CanNotBeDescribedWithoutNameOrType) {
+  ExpectFailure(L"api_document_info", L"{}", L"No active document.");
+  NewPart();
+  faults().NoEffect("ProMdlCurrentGet");
+  ExpectFailure(L"api_document_info", L"{}", L"No active document.");
+  for (const char* call : {"ProMdlTypeGet", "ProMdlMdlnameGet"}) {
+    faults().Fail(call, -1);
+    ExpectFailure(L"api_document_info", L"{}", L"Failed to read active document metadata.");
+  }
+}
+
+TEST_F(Documents, AreListedByTypeWhenTheyHaveAWindow) {
+  EXPECT_EQ(Run(L"api_document_list_open").dataJson, L"[]");
+  EXPECT_EQ(Run(L"api_document_list_open").message, L"0 open document(s).");
+
+  AddModel(L"SHEET", PRO_MDL_DRAWING);
+  AddModel(L"FRAME", PRO_MDL_ASSEMBLY);
+  AddModel(L"BRACKET", PRO_MDL_PART).modified = false;
+  AddModel(L"BEHIND", PRO_MDL_PART);
+  for (const wchar_t* name : {L"SHEET", L"FRAME", L"BRACKET", L"FRAME"})
+    Succeed(L"api_document_activate", std::wstring(L"{\"name_or_path\":\"") + name + L"\"}");
+
+  const auto result = Run(L"api_document_list_open");
+  EXPECT_EQ(result.message, L"3 open document(s).");
+  EXPECT_EQ(
+      result.dataJson,
+      LR"([{"name":"BRACKET","full_path":"BRACKET.prt","document_type":"part","is_active":false,"is_modified":false},)"
+      LR"({"name":"FRAME","full_path":"FRAME.asm","document_type":"assembly","is_active":true,"is_modified":true},)"
+      LR"({"name":"SHEET","full_path":"SHEET.drw","document_type":"drawing","is_active":false,"is_modified":true}])");
+}
+
+TEST_F(Documents, ThatCanNotBeDescribedAreLeftOutOfTheList) {
+  AddModel(L"BRACKET", PRO_MDL_PART);
+  AddModel(L"FRAME", PRO_MDL_ASSEMBLY);
+  for (const wchar_t* name : {L"BRACKET", L"FRAME"})
+    Succeed(L"api_document_activate", std::wstring(L"{\"name_or_path\":\"") + name + L"\"}");
+  faults().Fail("ProMdlTypeGet", -1);
+  const auto rows = Succeed(L"api_document_list_open");
+  ASSERT_EQ(rows.size(), 1u);
+  EXPECT_EQ(rows[0]["name"], "FRAME");
+}
+
+TEST_F(Documents, AreActivatedByName) {
+  ExpectFailure(L"api_document_activate", L"{}", L"'name_or_path' argument is required.");
+  ExpectFailure(L"api_document_activate", LR"({"name_or_path":5})", L"'name_or_path' argument is required.");
+  ExpectFailure(L"api_document_activate", LR"({"name_or_path":"Gear "})",
+                L"No open document matches 'Gear '. Use api_document_list_open to see open documents.");
+
+  bench::Model& behind = AddModel(L"BEHIND", PRO_MDL_PART);
+  NewPart();
+  const auto result = Run(L"api_document_activate", LR"({"name_or_path":" behind.prt.3 "})");
+  EXPECT_EQ(result.message, L"Document 'BEHIND' is now active.");
+  EXPECT_EQ(result.dataJson, LR"({"name":"BEHIND","full_path":"BEHIND.prt","document_type":"part"})");
+  EXPECT_EQ(&Current(), &behind);
+}
+
+TEST_F(Documents, AreRebuilt) {
+  ExpectFailure(L"api_document_rebuild", L"{}", L"No active document.");
+  for (const wchar_t* made_by : {L"api_document_new_part", L"api_document_new_assembly"}) {
+    Succeed(made_by);
+    const auto mark = host().journal.Mark();
+    const auto result = Run(L"api_document_rebuild");
+    EXPECT_TRUE(result.success);
+    EXPECT_EQ(result.message, L"Rebuild completed.");
+    EXPECT_EQ(result.dataJson, LR"({"computed":true})");
+    EXPECT_EQ(CallsSince(mark, {"ProSolidRegenerate", "ProWindowRepaint"}),
+              (std::vector<std::string>{"ProSolidRegenerate", "ProWindowRepaint"}));
+    EXPECT_EQ(host().journal.Last(1).front().arguments, "-1");  // the current window
+  }
+  faults().Fail("ProMdlTypeGet", -1);
+  ExpectFailure(L"api_document_rebuild", L"{}", L"Failed to read active document type.");
+  faults().Fail("ProSolidRegenerate", -1);
+  ExpectFailure(L"api_document_rebuild", L"{}", L"Rebuild failed (status=-1).");
+}
+
+TEST_F(Documents, AreNotRebuiltWhenTheyAreDrawings) {
+  bench::Model& sheet = AddModel(L"SHEET", PRO_MDL_DRAWING);
+  Succeed(L"api_document_activate", LR"({"name_or_path":"sheet"})");
+  ExpectFailure(L"api_document_rebuild", L"{}",
+                L"api_document_rebuild is only supported for parts and assemblies.");
+  EXPECT_EQ(&Current(), &sheet);
+}
+
+TEST_F(Documents, AreBornUnderAClocksName) {
+  const struct {
+    const wchar_t* operation;
+    std::wstring word;
+    std::wstring prefix;
+    std::wstring extension;
+    ProMdlType type;
+  } cases[] = {{L"api_document_new_part", L"part", L"VEK_PRT_", L".prt", PRO_MDL_PART},
+               {L"api_document_new_assembly", L"assembly", L"VEK_ASM_", L".asm", PRO_MDL_ASSEMBLY}};
+  for (const auto& each : cases) {
+    const auto result = Run(each.operation);
+    const bench::Model& model = Current();
+    EXPECT_EQ(model.type, each.type);
+    EXPECT_TRUE(model.name.starts_with(each.prefix));
+    EXPECT_EQ(result.message, L"New " + each.word + L" document '" + model.name + L"' created.");
+    EXPECT_EQ(result.dataJson,
+              L"{\"name\":\"" + model.name + L"\",\"full_path\":\"" + model.name + each.extension + L"\"}");
+  }
+}
+
+TEST_F(Documents, TakeTheNextTickWhenAClocksNameIsTaken) {
+  faults().Fail("ProSolidMdlnameCreate", -5, 1, 24);
+  const auto mark = host().journal.Mark();
+  NewPart();
+  // The clock alone need not have moved between the first attempt and the last; the attempt's number has.
+  const auto numbers = NumbersTried(mark, "VEK_PRT");
+  ASSERT_EQ(numbers.size(), 25u);
+  EXPECT_GE(numbers.back() - numbers.front(), 24u);
+  EXPECT_EQ(Current().name, L"VEK_PRT_" + std::to_wstring(numbers.back()));
+}
+
+TEST_F(Documents, TwoInOneTickHaveTwoNames) {
+  const std::wstring first = NewPart().name;
+  const std::wstring second = NewPart().name;
+  const std::wstring third = NewPart().name;
+  EXPECT_NE(first, second);
+  EXPECT_NE(second, third);
+}
+
+TEST_F(Documents, ThatCanNotBeMadeTellWhy) {
+  faults().Fail("ProSolidMdlnameCreate", -5, 1, 25);
+  auto mark = host().journal.Mark();
+  ExpectFailure(L"api_document_new_assembly", L"{}",
+                L"Failed to create a unique new assembly document name.");
+  EXPECT_EQ(NumbersTried(mark, "VEK_ASM").size(), 25u);
+
+  faults().Fail("ProSolidMdlnameCreate", -10);
+  mark = host().journal.Mark();
+  ExpectFailure(L"api_document_new_part", L"{}", L"Failed to create new part document (status=-10).");
+  EXPECT_EQ(NumbersTried(mark, "VEK_PRT").size(), 1u);
+
+  faults().NoEffect("ProSolidMdlnameCreate");
+  ExpectFailure(L"api_document_new_part", L"{}", L"Failed to create new part document (status=0).");
+  EXPECT_TRUE(host().session.All().empty());
+
+  faults().Fail("ProMdlMdlnameGet", -1);
+  ExpectFailure(L"api_document_new_part", L"{}", L"Failed to read model name for activation.");
+  EXPECT_EQ(host().session.All().size(), 1u);  // it stays, without a window
+}
+
+TEST_F(Documents, ClearTheHistoryWhenAnotherBecomesActive) {
+  NewPart();
+  const std::wstring name = Current().name;
+  const std::wstring by_name = L"{\"name_or_path\":\"" + name + L"\"}";
+  EXPECT_EQ(HistoryAfter(L"api_document_rebuild", L"{}"), 1u);
+  EXPECT_EQ(HistoryAfter(L"api_document_activate", LR"({"name_or_path":"NOBODY"})"), 1u);
+  faults().Fail("ProMdlDisplay", -1);
+  EXPECT_EQ(HistoryAfter(L"api_document_activate", by_name), 1u);
+  EXPECT_EQ(HistoryAfter(L"api_document_activate", by_name), 0u);
+  EXPECT_EQ(HistoryAfter(L"api_document_open", L"{\"file_path\":\"" + name + L"\"}"), 0u);
+  EXPECT_EQ(HistoryAfter(L"api_document_open", LR"({"file_path":"nowhere.prt"})"), 1u);
+  EXPECT_EQ(HistoryAfter(L"api_document_save_as", L"{\"file_path\":\"" + name + L".prt\"}"), 1u);
+  EXPECT_EQ(HistoryAfter(L"api_document_new_part", L"{}"), 0u);
+  EXPECT_EQ(HistoryAfter(L"api_document_new_assembly", L"{}"), 0u);
+  faults().Fail("ProSolidMdlnameCreate", -1);
+  EXPECT_EQ(HistoryAfter(L"api_document_new_part", L"{}"), 1u);
+  faults().Fail("ProMdlErase", -1);
+  EXPECT_EQ(HistoryAfter(L"api_document_close", by_name), 1u);
+  EXPECT_EQ(HistoryAfter(L"api_document_close", by_name), 0u);
+}
+
+}  // namespace
+}  // namespace vek

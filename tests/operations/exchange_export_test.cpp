@@ -1,0 +1,281 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <tuple>
+
+#include "tests/support/operation_fixture.h"
+
+namespace vek {
+namespace {
+
+class Export : public support::OperationTest {
+ protected:
+  CreoMcpOperationResult ExportFile(const std::wstring& file, const std::wstring& format) {
+    return Run(L"api_export_file", Arguments(file, format));
+  }
+  std::wstring Arguments(const std::wstring& file, const std::wstring& format) const {
+    return L"{\"output_path\":\"" + JsonPath(file) + L"\",\"format\":\"" + format + L"\"}";
+  }
+  std::wstring Full(const std::wstring& file) const { return (directory() / file).wstring(); }
+  std::wstring Taken(const std::wstring& file) const {
+    return L"File already exists: '" + Full(file) + L"'. Choose another path (overwrite is not allowed).";
+  }
+
+  bool Exists(const std::wstring& file) const { return std::filesystem::is_regular_file(directory() / file); }
+  std::string Read(const std::wstring& file) const {
+    std::ifstream stream(directory() / file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(stream), {});
+  }
+  void Write(const std::wstring& file) { std::ofstream(directory() / file) << "in the way"; }
+
+  // The largest coordinates of the points that a STEP file tells.
+  static std::array<double, 3> HighestPoint(const std::string& step) {
+    std::array<double, 3> highest{-1e9, -1e9, -1e9};
+    const std::regex pattern(R"(CARTESIAN_POINT\('[^']*',\(([-+.0-9E]+),([-+.0-9E]+),([-+.0-9E]+)\)\))");
+    for (std::sregex_iterator match(step.begin(), step.end(), pattern), end; match != end; ++match)
+      for (int axis = 0; axis < 3; ++axis)
+        highest[axis] = std::max(highest[axis], std::stod((*match)[axis + 1]));
+    return highest;
+  }
+};
+
+// The volume inside the triangles of a binary STL: a sixth of a·(b × c) over all of them.
+double StlVolume(const std::string& stl) {
+  double sixfold = 0;
+  for (std::size_t at = 84; at + 50 <= stl.size(); at += 50) {
+    float n[12];  // the normal, then the three corners
+    std::memcpy(n, stl.data() + at, sizeof(n));
+    const float *a = n + 3, *b = n + 6, *c = n + 9;
+    sixfold += a[0] * (b[1] * c[2] - b[2] * c[1]) + a[1] * (b[2] * c[0] - b[0] * c[2]) +
+               a[2] * (b[0] * c[1] - b[1] * c[0]);
+  }
+  return sixfold / 6;
+}
+
+TEST_F(Export, WritesStep) {
+  NewPart();
+  Block(20, 30, 40);
+  const auto result = ExportFile(L"sub\\deep\\block.step", L"step");
+  EXPECT_EQ(result.message, L"Exported active model as STEP to '" + Full(L"sub\\deep\\block.step") + L"'.");
+  EXPECT_EQ(result.dataJson,
+            L"{\"output_path\":\"" + JsonPath(L"sub\\deep\\block.step") + L"\",\"format\":\"STEP\"}");
+  // The writer puts its own extension on.
+  const std::string step = Read(L"sub\\deep\\block.stp");
+  EXPECT_TRUE(step.starts_with("ISO-10303-21;"));
+  EXPECT_EQ(HighestPoint(step), (std::array<double, 3>{20, 30, 40}));
+}
+
+TEST_F(Export, WritesTheSameMillimetresForAModelInInches) {
+  NewPart().length_unit = bench::LengthUnit::kInch;
+  Block(20, 30, 40);
+  EXPECT_NEAR(Volume(), 24'000, 1e-3);
+  ASSERT_TRUE(ExportFile(L"block", L"").success);
+  const std::string step = Read(L"block.stp");
+  EXPECT_NE(step.find("SI_UNIT(.MILLI.,.METRE.)"), std::string::npos);
+  const auto highest = HighestPoint(step);
+  EXPECT_NEAR(highest[0], 20, 1e-6);
+  EXPECT_NEAR(highest[1], 30, 1e-6);
+  EXPECT_NEAR(highest[2], 40, 1e-6);
+}
+
+TEST_F(Export, WritesIges) {
+  NewPart();
+  Block(20, 30, 40);
+  EXPECT_EQ(ExportFile(L"block.IGES", L"igs").message,
+            L"Exported active model as IGES to '" + Full(L"block.IGES") + L"'.");
+  const std::string iges = Read(L"block.igs");
+  ASSERT_GT(iges.size(), 80u);
+  EXPECT_EQ(iges[72], 'S');  // the column that names a line's section; a file opens with its start section
+}
+
+TEST_F(Export, WritesStlThatHoldsTheVolume) {
+  NewPart();
+  Block(20, 30, 40);
+  EXPECT_EQ(ExportFile(L"block.stl", L"STL").message,
+            L"Exported active model as STL to '" + Full(L"block.stl") + L"'.");
+  const std::string stl = Read(L"block.stl");
+  ASSERT_EQ(stl.size(), 84u + 12 * 50);  // six faces of two triangles
+  EXPECT_NEAR(StlVolume(stl), 24'000, 1e-2);
+}
+
+TEST_F(Export, HandsTheWritersWhatTheyTake) {
+  NewPart().name = L"BLOCK";
+  Block(20, 30, 40);
+  // The model, the number of the format and the path; the solid writer's without its suffix.
+  const std::tuple<const wchar_t*, const wchar_t*, const char*, const char*> cases[] = {
+      {L"a.Step", L"step", "ProIntf3DFileWriteWithDefaultProfile", R"(BLOCK, 1, "a")"},
+      {L"b.iges", L"iges", "ProIntf3DFileWriteWithDefaultProfile", R"(BLOCK, 4, "b")"},
+      {L"c.sat", L"sat", "ProIntf3DFileWriteWithDefaultProfile", R"(BLOCK, 7, "c")"},
+      {L"d.stl", L"stl", "ProIntfSliceFileExport", R"(BLOCK, "d.stl", 12, 0)"},
+  };
+  for (const auto& [file, format, call, arguments] : cases) {
+    Run(L"api_export_file",
+        std::wstring(L"{\"output_path\":\"") + file + L"\",\"format\":\"" + format + L"\"}");
+    const auto last = host().journal.Last(1).front();
+    EXPECT_EQ(last.name, call);
+    EXPECT_EQ(last.arguments, arguments);
+  }
+}
+
+TEST_F(Export, HandsAssembliesToTheWriterToo) {
+  NewAssembly();
+  faults().NoEffect("ProIntf3DFileWriteWithDefaultProfile");
+  EXPECT_TRUE(ExportFile(L"frame.stp", L"step").success);
+}
+
+TEST_F(Export, CompletesAPathWithoutExtension) {
+  NewPart();
+  Block(20, 30, 40);
+  const auto result = ExportFile(L"new\\block", L"iges");
+  EXPECT_EQ(result.dataJson,
+            L"{\"output_path\":\"" + JsonPath(L"new\\block.igs") + L"\",\"format\":\"IGES\"}");
+  EXPECT_TRUE(Exists(L"new\\block.igs"));
+
+  const auto mark = host().journal.Mark();
+  const auto step = Run(L"api_export_file", L"{\"output_path\":\"" + JsonPath(L"plain") + L"\"}");
+  EXPECT_EQ(step.message, L"Exported active model as STEP to '" + Full(L"plain.stp") + L"'.");
+  // The path is looked at again once it is complete.
+  EXPECT_EQ(CallsSince(mark, {"ProFileMdlnameParse"}).size(), 2u);
+}
+
+TEST_F(Export, TakesTheExtensionItselfWhenTheHostCanNotReadThePath) {
+  NewPart();
+  Block(20, 30, 40);
+  faults().Fail("ProFileMdlnameParse", -1, 1, 2);
+  // The hand that parses in the host's place knows no extension but those of models, so one is put on.
+  const auto result = ExportFile(L"new\\block.stp", L"step");
+  EXPECT_EQ(result.message, L"Exported active model as STEP to '" + Full(L"new\\block.stp.stp") + L"'.");
+  EXPECT_TRUE(Exists(L"new\\block.stp.stp"));
+}
+
+TEST_F(Export, OverwritesNothing) {
+  NewPart();
+  Block(20, 30, 40);
+  EXPECT_TRUE(ExportFile(L"block.stp", L"step").success);
+  const auto mark = host().journal.Mark();
+  ExpectFailure(L"api_export_file", Arguments(L"block.stp", L"step"), Taken(L"block.stp"));
+  ExpectFailure(L"api_export_file", Arguments(L"block", L"step"), Taken(L"block.stp"));
+  EXPECT_TRUE(CallsSince(mark, {"ProIntf3DFileWriteWithDefaultProfile"}).empty());
+}
+
+TEST_F(Export, NeedsAPartOrAnAssembly) {
+  const std::wstring arguments = Arguments(L"a.stp", L"step");
+  for (const wchar_t* operation : {L"api_export_file", L"api_export_batch"}) {
+    host().Reset();
+    ExpectFailure(operation, arguments, L"No active document.");
+    NewPart();
+    faults().Fail("ProMdlTypeGet", -1);
+    ExpectFailure(operation, arguments, L"Failed to read active document type.");
+    AddModel(L"SHEET", PRO_MDL_DRAWING);
+    Succeed(L"api_document_activate", LR"({"name_or_path":"sheet"})");
+    ExpectFailure(operation, arguments,
+                  L"Export is currently supported for active parts and assemblies only.");
+  }
+}
+
+TEST_F(Export, RefusesWhatItCanNotWriteTo) {
+  NewPart();
+  const std::wstring file = L"api_export_file";
+  // The format is looked at before the path.
+  ExpectFailure(file, LR"({"format":"obj"})",
+                L"Unsupported export format. Expected STEP, IGES, SAT, or STL.");
+  ExpectFailure(file, L"{}", L"'output_path' argument is required.");
+  ExpectFailure(file, Arguments(L"a.igs", L"step"),
+                L"output_path extension '.igs' does not match requested export format 'STEP'.");
+  ExpectFailure(file, Arguments(L"a.Prt.3", L"stl"),
+                L"output_path extension '.Prt' does not match requested export format 'STL'.");
+  Write(L"file");
+  ExpectFailure(file, Arguments(L"file\\sub\\a.stp", L"step"),
+                L"Failed to create destination directory '" + Full(L"file\\sub") + L"'.");
+}
+
+TEST_F(Export, PassesTheWritersStatusOn) {
+  NewPart();
+  Block(20, 30, 40);
+  const std::wstring file = L"api_export_file";
+  faults().Fail("ProIntf3DFileWriteWithDefaultProfile", -17);
+  ExpectFailure(file, Arguments(L"a.stp", L"step"), L"Failed to export active model as STEP (status=-17).");
+  faults().Fail("ProIntfSliceFileExport", -3);
+  ExpectFailure(file, Arguments(L"a.stl", L"stl"), L"Failed to export active model as STL (status=-3).");
+
+  const auto sat = ExportFile(L"a.sat", L"sat");
+  EXPECT_FALSE(sat.success);
+  EXPECT_TRUE(std::regex_match(sat.message,
+                               std::wregex(LR"(Failed to export active model as SAT \(status=-\d+\)\.)")));
+  EXPECT_FALSE(Exists(L"a.sat"));
+
+  // A directory of that name is no obstacle to the checks; the writer meets it.
+  std::filesystem::create_directory(directory() / "taken.stl");
+  EXPECT_TRUE(ExportFile(L"taken.stl", L"stl")
+                  .message.starts_with(L"Failed to export active model as STL (status=-"));
+}
+
+TEST_F(Export, RefusesPathsThatNoBufferHolds) {
+  NewPart();
+  Block(20, 30, 40);
+  // 256 characters and the extension that is put on make 260; the solid writer takes it off again.
+  const std::wstring name(256, L'a');
+  const auto arguments = [&](const wchar_t* format) {
+    return L"{\"output_path\":\"" + name + L"\",\"format\":\"" + format + L"\"}";
+  };
+  const auto mark = host().journal.Mark();
+  ExpectFailure(L"api_export_file", arguments(L"stl"), L"Failed to export active model as STL (status=-2).");
+  EXPECT_TRUE(CallsSince(mark, {"ProIntfSliceFileExport"}).empty());
+  Run(L"api_export_file", arguments(L"step"));
+  EXPECT_EQ(CallsSince(mark, {"ProIntf3DFileWriteWithDefaultProfile"}).size(), 1u);
+}
+
+// ---- batch
+// -------------------------------------------------------------------------------------------------------
+
+class BatchExport : public Export {
+ protected:
+  std::wstring Into(const std::wstring& folder, const std::wstring& more = L"") const {
+    return L"{\"output_dir\":\"" + JsonPath(folder) + L"\"" + more + L"}";
+  }
+};
+
+TEST_F(BatchExport, NamesTheFileAfterThePart) {
+  NewPart().name = L"BRACKET 1";
+  Block(20, 30, 40);
+  const auto result = Run(L"api_export_batch", Into(L"new\\out", L",\"configuration_names\":[]"));
+  EXPECT_EQ(result.message, L"Exported 1 file to '" + Full(L"new\\out") + L"'.");
+  EXPECT_EQ(result.dataJson,
+            L"{\"exported_count\":1,\"files\":[\"" + JsonPath(L"new\\out\\BRACKET_1.stp") + L"\"]}");
+  EXPECT_TRUE(Exists(L"new\\out\\BRACKET_1.stp"));
+  ExpectFailure(L"api_export_batch", Into(L"new\\out"), Taken(L"new\\out\\BRACKET_1.stp"));
+}
+
+TEST_F(BatchExport, TellsWhatItDoesNotTake) {
+  const std::wstring batch = L"api_export_batch";
+  NewAssembly();
+  ExpectFailure(batch, Into(L"out"), L"Batch export currently supports part documents only.");
+  NewPart();
+  faults().Fail("ProMdlTypeGet", -1, 2);
+  ExpectFailure(batch, Into(L"out"), L"Failed to read active document type.");
+  ExpectFailure(batch, L"{}", L"'output_dir' argument is required.");
+  Write(L"file");
+  ExpectFailure(batch, Into(L"file\\sub"),
+                L"Failed to create output directory '" + Full(L"file\\sub") + L"'.");
+
+  // The directory is made before the format is looked at.
+  ExpectFailure(batch, Into(L"out", L",\"format\":\"obj\""),
+                L"Unsupported export format. Expected STEP, IGES, SAT, or STL.");
+  EXPECT_TRUE(std::filesystem::is_directory(directory() / "out"));
+
+  for (const wchar_t* names : {L"[1]", L"\"a\"", L"{}", L"null"})
+    ExpectFailure(batch, Into(L"out", std::wstring(L",\"configuration_names\":") + names),
+                  L"'configuration_names' must be a JSON array of strings.");
+  ExpectFailure(
+      batch, Into(L"out", L",\"configuration_names\":[\"A\"]"),
+      L"'configuration_names' is not supported for Creo yet. Omit it to export the active model once.");
+  faults().Fail("ProIntf3DFileWriteWithDefaultProfile", -17);
+  ExpectFailure(batch, Into(L"out"), L"Batch export failed (status=-17).");
+}
+
+}  // namespace
+}  // namespace vek
