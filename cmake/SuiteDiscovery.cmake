@@ -1,9 +1,11 @@
-# add_test_suites(target [LABEL label] [LOCKS lock…] [TIMEOUT seconds] [ENVIRONMENT NAME=value…])
+# add_test_suites(target [LABEL label] [LOCKS lock…] [TIMEOUT seconds] [ENVIRONMENT NAME=value…]
+#                 [LONG_SUITES suite…])
 #
 # Every GoogleTest suite of the program becomes one CTest test, named <label>.<suite>. The suites are asked for when
 # CTest runs, not when the program is built: a cross-compiled program can't be run by a build that has no Wine yet.
+# Long suites take minutes by their nature: they are started first, and given more time.
 function(add_test_suites target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "LOCKS;ENVIRONMENT")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "LOCKS;ENVIRONMENT;LONG_SUITES")
   if(NOT arg_LABEL)
     set(arg_LABEL ${target})
   endif()
@@ -18,6 +20,7 @@ set(label \"${arg_LABEL}\")
 set(locks \"${arg_LOCKS}\")
 set(timeout \"${arg_TIMEOUT}\")
 set(environment \"${arg_ENVIRONMENT}\")
+set(long_suites \"${arg_LONG_SUITES}\")
 include(\"${PROJECT_SOURCE_DIR}/cmake/ListSuites.cmake\")
 ")
   set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${include_file}")

@@ -1,0 +1,138 @@
+#include "addin/server/main_thread_bridge.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "tests/core/running_server.h"
+
+namespace vek {
+namespace {
+
+using namespace std::chrono_literals;
+using support::Eventually;
+using support::kPatience;
+using support::Pumping;
+
+constexpr const wchar_t* kTimedOut = L"Timed out waiting for MCP batch execution on the Creo main thread.";
+
+class Bridge : public testing::Test {
+ protected:
+  Bridge() {
+    provider_.RegisterOperation(L"count", [this](const std::wstring&) {
+      ++counted_;
+      return MakeSuccessResult(L"counted");
+    });
+    provider_.RegisterOperation(L"hold", [this](const std::wstring&) {
+      holding_ = true;
+      while (!let_go_) std::this_thread::sleep_for(1ms);
+      return MakeSuccessResult(L"held");
+    });
+  }
+
+  CreoMcpProvider provider_;
+  std::atomic<int> counted_{0};
+  std::atomic<bool> holding_{false};
+  std::atomic<bool> let_go_{false};
+  BatchResults results_;
+  std::wstring error_;
+};
+
+TEST_F(Bridge, TakesNoBatchWithoutAProvider) {
+  CreoMcpMainThread bridge(kPatience);
+  EXPECT_FALSE(bridge.Submit({{L"count", L""}}, results_, error_));
+  EXPECT_EQ(error_, L"MCP provider not initialised.");
+}
+
+TEST_F(Bridge, RunsABatchOnThePumpingThread) {
+  CreoMcpMainThread bridge(kPatience);
+  std::thread::id ran_on;
+  provider_.RegisterOperation(L"where", [&ran_on](const std::wstring& arguments) {
+    ran_on = std::this_thread::get_id();
+    return MakeSuccessResult(arguments);
+  });
+  bridge.Publish(&provider_);
+  std::thread server([&] { EXPECT_TRUE(bridge.Submit({{L"where", L"here"}}, results_, error_)); });
+  EXPECT_TRUE(Eventually([&] {
+    bridge.Pump();
+    return ran_on != std::thread::id();
+  }));
+  server.join();
+  EXPECT_EQ(ran_on, std::this_thread::get_id());
+  EXPECT_EQ(results_.at(L"where").message, L"here");
+}
+
+TEST_F(Bridge, PumpsNothingWhenNothingWaits) {
+  CreoMcpMainThread bridge(kPatience);
+  bridge.Pump();
+  bridge.Publish(&provider_);
+  bridge.Pump();
+  EXPECT_EQ(counted_, 0);
+}
+
+TEST_F(Bridge, NeverRunsABatchWhoseWaitIsOver) {
+  CreoMcpMainThread bridge(20ms);
+  bridge.Publish(&provider_);
+  EXPECT_FALSE(bridge.Submit({{L"count", L""}}, results_, error_));
+  EXPECT_EQ(error_, kTimedOut);
+  bridge.Pump();
+  EXPECT_EQ(counted_, 0);
+}
+
+TEST_F(Bridge, FinishesABatchThatOutlastsTheWaitAndTakesTheNext) {
+  CreoMcpMainThread bridge(500ms);
+  bridge.Publish(&provider_);
+  Pumping pumping(bridge);
+  EXPECT_FALSE(bridge.Submit({{L"hold", L""}, {L"count", L""}}, results_, error_));
+  EXPECT_EQ(error_, kTimedOut);
+  EXPECT_TRUE(results_.empty());
+  EXPECT_TRUE(holding_);
+  EXPECT_EQ(counted_, 0);
+
+  let_go_ = true;
+  EXPECT_TRUE(Eventually([&] { return counted_ == 1; }));
+  EXPECT_TRUE(bridge.Submit({{L"count", L""}}, results_, error_));
+  EXPECT_EQ(counted_, 2);
+}
+
+TEST_F(Bridge, DropsAWaitingBatchAtShutdown) {
+  CreoMcpMainThread bridge(300ms);
+  bridge.Publish(&provider_);
+  std::thread server([&] { EXPECT_FALSE(bridge.Submit({{L"count", L""}}, results_, error_)); });
+  std::this_thread::sleep_for(100ms);
+  bridge.Shutdown();
+  EXPECT_EQ(bridge.Provider(), nullptr);
+  bridge.Publish(&provider_);
+  bridge.Pump();
+  server.join();
+  EXPECT_EQ(counted_, 0);
+}
+
+// Submitting, pumping, publishing and shutting down at once: each batch either runs exactly once, and then
+// its submitter may have missed it, or never.
+TEST_F(Bridge, StaysWholeWhenWaitsEndWhileBatchesStart) {
+  CreoMcpMainThread bridge(1ms);
+  bridge.Publish(&provider_);
+  int succeeded = 0;
+  {
+    Pumping pumping(bridge);
+    std::atomic<bool> done{false};
+    std::thread publisher([&] {
+      while (!done) {
+        bridge.Shutdown();
+        bridge.Publish(&provider_);
+        std::this_thread::sleep_for(3ms);
+      }
+    });
+    for (int i = 0; i < 300; ++i)
+      if (bridge.Submit({{L"count", L""}}, results_, error_)) ++succeeded;
+    done = true;
+    publisher.join();
+  }
+  EXPECT_GE(counted_, succeeded);
+  EXPECT_LE(counted_, 300);
+}
+
+}  // namespace
+}  // namespace vek

@@ -1,0 +1,210 @@
+// Starting and stopping, with everything that can go wrong in between.
+#include <gtest/gtest.h>
+
+#include "tests/core/running_server.h"
+#include "tests/support/captured_log.h"
+
+namespace vek {
+namespace {
+
+using namespace std::chrono_literals;
+using support::CountCaptured;
+using support::Eventually;
+using support::PosixSockets;
+using support::Post;
+using support::Pumping;
+using support::RawConnection;
+using support::RunningServer;
+using support::StatusOf;
+
+constexpr const char* kHealth = "GET /health HTTP/1.1\r\n\r\n";
+
+// One of the steps of opening the port fails.
+class FailingSockets : public PosixSockets {
+ public:
+  enum class Step { kStartup, kOpen, kBind, kListen };
+  explicit FailingSockets(Step step) : step_(step) {}
+
+  int Startup(std::uint16_t version) override {
+    return step_ == Step::kStartup ? 10091 : PosixSockets::Startup(version);
+  }
+  Handle OpenStream() override { return step_ == Step::kOpen ? kInvalid : PosixSockets::OpenStream(); }
+  bool Bind(Handle socket, std::uint16_t port) override {
+    return step_ != Step::kBind && PosixSockets::Bind(socket, port);
+  }
+  bool Listen(Handle socket, int backlog) override {
+    return step_ != Step::kListen && PosixSockets::Listen(socket, backlog);
+  }
+
+ private:
+  const Step step_;
+};
+
+TEST(ServerLifecycle, StartsServesAndStopsAgainAndAgain) {
+  RunningServer running;
+  for (int i = 0; i < 3; ++i) {
+    running.Start();
+    EXPECT_EQ(StatusOf(running.Exchange(kHealth)), 200);
+    running.server.Stop();
+    EXPECT_EQ(running.sockets.OpenHandles(), 0u);
+    EXPECT_EQ(running.sockets.OpenStartups(), 0);
+    EXPECT_THROW(RawConnection(running.port()), std::runtime_error);
+  }
+}
+
+TEST(ServerLifecycle, LogsItsStepsWithTheNameTwice) {
+  support::ClearCapturedLog();
+  int port = 0;
+  {
+    RunningServer running;
+    running.Start();
+    port = running.port();
+    running.Exchange("GET /nowhere HTTP/1.1\r\n\r\n");
+    running.server.Stop();
+  }
+  EXPECT_NE(port, 0);
+  for (const wchar_t* const line :
+       {L"VekWebServer: VekWebServer: Constructor called",
+        L"VekWebServer: VekWebServer: Starting server on port 0",
+        L"VekWebServer: VekWebServer: Server started successfully on port 0",
+        L"VekWebServer: VekWebServer: Server thread started",
+        L"VekWebServer: VekWebServer: Received request: GET /nowhere",
+        L"VekWebServer: VekWebServer: Stopping server", L"VekWebServer: VekWebServer: Server thread stopped",
+        L"VekWebServer: VekWebServer: Server stopped", L"VekWebServer: VekWebServer: Destructor called"})
+    EXPECT_EQ(CountCaptured(line), 1) << line;
+}
+
+TEST(ServerLifecycle, DoesNothingForASecondStartOrAStopTooMany) {
+  support::ClearCapturedLog();
+  RunningServer running;
+  running.server.Stop();
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Stopping server"), 0);
+  running.Start();
+  EXPECT_TRUE(running.server.Start());
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Server is already running"), 1);
+  EXPECT_EQ(StatusOf(running.Exchange(kHealth)), 200);
+  running.server.Stop();
+  running.server.Stop();
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Stopping server"), 1);
+}
+
+TEST(ServerLifecycle, FailsToStartOnATakenPortAndStartsOnceItIsFree) {
+  support::ClearCapturedLog();
+  RunningServer first;
+  first.Start();
+  PosixSockets sockets;
+  CreoMcpMainThread bridge;
+  VekWebServer second(sockets, bridge, first.port());
+  EXPECT_FALSE(second.Start());
+  EXPECT_EQ(second.LastError(), L"Failed to start HTTP server");
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Failed to start HTTP server"), 1);
+  EXPECT_EQ(sockets.OpenHandles(), 0u);
+  EXPECT_EQ(StatusOf(first.Exchange(kHealth)), 200);
+
+  first.server.Stop();
+  EXPECT_TRUE(second.Start());
+  second.Stop();
+}
+
+TEST(ServerLifecycle, LeavesNothingOpenWhenAStepOfTheStartFails) {
+  using Step = FailingSockets::Step;
+  for (const Step step : {Step::kStartup, Step::kOpen, Step::kBind, Step::kListen}) {
+    FailingSockets sockets(step);
+    CreoMcpMainThread bridge;
+    VekWebServer server(sockets, bridge, 0);
+    EXPECT_FALSE(server.Start());
+    EXPECT_EQ(server.LastError(), L"Failed to start HTTP server");
+    EXPECT_EQ(sockets.OpenHandles(), 0u);
+    EXPECT_EQ(sockets.OpenStartups(), 0);
+  }
+}
+
+TEST(ServerLifecycle, TakesTheSocketFromAConnectionInItsHandler) {
+  support::ClearCapturedLog();
+  RunningServer running;
+  std::atomic<bool> in_handler{false};
+  std::atomic<bool> let_go{false};
+  running.server.SetRequestHandler([&](HttpServerResponse& response, const HttpServerRequest&) {
+    in_handler = true;
+    while (!let_go) std::this_thread::sleep_for(1ms);
+    response.body = L"too late";
+  });
+  running.Start();
+  RawConnection client(running.port());
+  client.Send(kHealth);
+  ASSERT_TRUE(Eventually([&] { return in_handler.load(); }));
+
+  std::thread stopper([&] { running.server.Stop(); });
+  EXPECT_EQ(client.ReadToEnd(), "");
+  let_go = true;
+  stopper.join();
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Failed to send response"), 1);
+  EXPECT_EQ(running.sockets.OpenHandles(), 0u);
+}
+
+TEST(ServerLifecycle, HoldsUpAStopUntilTheWaitForABatchIsOver) {
+  RunningServer running(700ms);
+  running.Start();
+  RawConnection client(running.port());
+  client.Send(Post("/execute", R"({"operations":{"echo":{}}})"));
+  std::this_thread::sleep_for(200ms);
+  const auto start = std::chrono::steady_clock::now();
+  running.server.Stop();
+  EXPECT_GT(std::chrono::steady_clock::now() - start, 300ms);
+  EXPECT_EQ(client.ReadToEnd(), "");
+}
+
+TEST(ServerLifecycle, CanBeStoppedByARequestAndStartedAgain) {
+  RunningServer running;
+  std::atomic<bool> stopped{false};
+  running.server.SetRequestHandler([&](HttpServerResponse&, const HttpServerRequest&) {
+    running.server.Stop();
+    stopped = true;
+  });
+  running.Start();
+  EXPECT_EQ(running.Exchange(kHealth), "");
+  ASSERT_TRUE(Eventually([&] { return stopped.load(); }));
+  running.Start();
+  running.server.Stop();
+}
+
+TEST(ServerLifecycle, GoesOnAfterAnExceptionInAHandler) {
+  support::ClearCapturedLog();
+  RunningServer running;
+  std::atomic<int> calls{0};
+  running.server.SetRequestHandler([&](HttpServerResponse& response, const HttpServerRequest&) {
+    if (++calls == 1) throw std::runtime_error("no memory");
+    response.body = L"better";
+  });
+  running.Start();
+  EXPECT_EQ(running.Exchange(kHealth), "");
+  EXPECT_EQ(support::BodyOf(running.Exchange(kHealth)), "better");
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Exception in server thread: no memory"), 1);
+}
+
+TEST(ServerLifecycle, StopsCleanlyUnderTraffic) {
+  for (int round = 0; round < 10; ++round) {
+    RunningServer running(50ms);
+    running.Start();
+    Pumping pumping(running.bridge);
+    std::atomic<bool> done{false};
+    std::thread client([&] {
+      while (!done) {
+        try {
+          running.Exchange(Post("/execute", R"({"operations":{"echo":{}}})"));
+        } catch (const std::runtime_error&) {
+          return;  // the port is closed
+        }
+      }
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(5 * round));
+    running.server.Stop();
+    running.bridge.Shutdown();
+    done = true;
+    client.join();
+    EXPECT_EQ(running.sockets.OpenHandles(), 0u);
+  }
+}
+
+}  // namespace
+}  // namespace vek
