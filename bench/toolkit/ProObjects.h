@@ -3,7 +3,7 @@
 
 #include "ProToolkit.h"
 
-// What an item is: 3 feature, 5 surface, 21 axis, 62 curve, 66 point, 176 datum plane, and the model types.
+// What an item is: 3 feature, 5 surface, 6 edge, 21 axis, 62 curve, 66 point, 176 datum plane, and the model types.
 typedef enum ProTypes : int {
   PRO_TYPE_UNUSED = -1,
   PRO_ASSEMBLY = 1,
@@ -11,6 +11,7 @@ typedef enum ProTypes : int {
   PRO_FEATURE = 3,
   PRO_DRAWING = 4,
   PRO_SURFACE = 5,
+  PRO_EDGE = 6,
   PRO_AXIS = 21,
   PRO_CSYS = 25,
   PRO_CURVE = 62,

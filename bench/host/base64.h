@@ -1,0 +1,13 @@
+// Bytes in the kernel's answers.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace bench {
+
+// The bytes behind a base64 text with its padding; nothing when it is none.
+std::optional<std::string> DecodeBase64(std::string_view text);
+
+}  // namespace bench

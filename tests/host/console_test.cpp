@@ -1,0 +1,140 @@
+#include "bench/host/console.h"
+
+#include <ProMdl.h>
+#include <gmock/gmock.h>
+
+#include "tests/support/bench_fixture.h"
+
+namespace bench {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ConsoleTest : public support::BenchTest {
+ protected:
+  std::vector<std::string> Run(const std::string& line) {
+    said.clear();
+    goes_on = Console([this](const std::string& text) { said.push_back(text); }).Run(line);
+    return said;
+  }
+  std::vector<std::string> said;
+  bool goes_on = true;
+};
+
+TEST_F(ConsoleTest, EveryAnswerEndsWithOkOrAnError) {
+  EXPECT_THAT(Run(""), ElementsAre("ok"));
+  EXPECT_THAT(Run("  pause "), ElementsAre("ok"));
+  EXPECT_THAT(Run("dance"), ElementsAre("error: there is no command dance; help lists them"));
+  EXPECT_THAT(Run("pause now"), ElementsAre("error: usage: pause"));
+  EXPECT_THAT(Run("tree"), ElementsAre("error: no model is current"));
+  EXPECT_TRUE(goes_on);
+}
+
+TEST_F(ConsoleTest, HelpListsTheCommands) {
+  const auto help = Run("help");
+  for (const char* command : {"help:", "models:", "tree:", "journal [N]:", "faces:", "units mm|inch|m:",
+                              "fault CALL STATUS|noeffect [NTH[-MTH]]:", "delay CALL MS:", "ledger:", "pause:",
+                              "resume:", "quit:"})
+    EXPECT_THAT(help, Contains(StartsWith(command)));
+}
+
+TEST_F(ConsoleTest, OnlyQuitEndsTheHost) {
+  EXPECT_THAT(Run("quit"), ElementsAre("ok"));
+  EXPECT_FALSE(goes_on);
+}
+
+TEST_F(ConsoleTest, ModelsTellsWindowStateVolumeAndSize) {
+  Model& part = NewCurrentPart(L"BOLT");
+  part.topology.mass = MassProperties{.volume = 12345678.9};
+  part.topology.outline = Box{{-1, 0, 2.5}, {1, 10, 3}};
+  NewAssembly(L"FRAME").modified = false;
+  const int window = *host().windows.WindowOf(part);
+  // From -1 to 1, from 0 to 10, from 2.5 to 3.
+  EXPECT_THAT(Run("models"), ElementsAre("part BOLT, window " + std::to_string(window) +
+                                             ", current, modified, volume 12345678.9 mm³, size 2 x 10 x 0.5 mm",
+                                         "assembly FRAME", "ok"));
+}
+
+TEST_F(ConsoleTest, TreeTellsIdTypeNameAndState) {
+  Model& part = NewCurrentPart(L"BOLT");
+  part.features.resize(1);
+  part.features.push_back(std::make_unique<Feature>());
+  part.features[1]->id = 41;
+  part.features[1]->type = 917;
+  part.features[1]->status = PRO_FEAT_SUPPRESSED;
+  EXPECT_THAT(Run("tree"),
+              ElementsAre("1, type 923, \"RIGHT\", active", "41, type 917, unnamed, suppressed", "ok"));
+}
+
+TEST_F(ConsoleTest, FacesComeInTheOrderOfTheirIds) {
+  Model& part = NewCurrentPart(L"BOLT");
+  part.ids_of_keys = {{"a", 30}, {"b", 20}};
+  part.topology.faces = {{.key = "a", .feature = 9, .type = "plane", .area = 4, .point = {1, 2, 3.5}},
+                         {.key = "b", .feature = 9, .type = "cylinder", .area = 2.5, .point = {0, 0, 0}}};
+  EXPECT_THAT(Run("faces"), ElementsAre("20, type 36, area 2.5 mm², at 0 0 0 mm, feature 9",
+                                        "30, type 34, area 4 mm², at 1 2 3.5 mm, feature 9", "ok"));
+}
+
+TEST_F(ConsoleTest, JournalPutsRepeatedCallsOnOneLine) {
+  Model& part = NewPart(L"BOLT");
+  host().journal.Clear();
+  ProMdlType type = PRO_MDL_UNUSED;
+  for (int i = 0; i < 3; ++i) ProMdlTypeGet(Handle(part), &type);
+  ProMdlDisplay(nullptr);
+  EXPECT_THAT(Run("journal"),
+              ElementsAre("1 ProMdlTypeGet(BOLT) = 0, 3 times", "4 ProMdlDisplay(null) = -2", "ok"));
+  EXPECT_THAT(Run("journal 1"), ElementsAre("4 ProMdlDisplay(null) = -2", "ok"));
+  EXPECT_THAT(Run("journal 0"), ElementsAre("error: N must be 1 or more: 0"));
+}
+
+TEST_F(ConsoleTest, FaultScriptsTheCallsThatItNames) {
+  Model& part = NewPart(L"BOLT");
+  EXPECT_THAT(Run("fault ProMdlDisplay -8 2-3"), ElementsAre("ok"));
+  const ProError statuses[] = {ProMdlDisplay(Handle(part)), ProMdlDisplay(Handle(part)),
+                               ProMdlDisplay(Handle(part)), ProMdlDisplay(Handle(part))};
+  EXPECT_THAT(statuses, ElementsAre(0, -8, -8, 0));
+  EXPECT_THAT(Run("fault ProMdlErase noeffect"), ElementsAre("ok"));
+  EXPECT_EQ(ProMdlErase(Handle(part)), PRO_TK_NO_ERROR);
+  EXPECT_NE(host().session.Find(Handle(part)), nullptr);
+}
+
+TEST_F(ConsoleTest, FaultRefusesWhatWouldNeverBeMet) {
+  EXPECT_THAT(Run("fault ProNoSuchCall -1"), ElementsAre("error: there is no call ProNoSuchCall"));
+  EXPECT_THAT(Run("fault ProMdlDisplay often"), ElementsAre("error: STATUS is no number: often"));
+  EXPECT_THAT(Run("fault ProMdlDisplay 0"), ElementsAre(HasSubstr("noeffect")));
+  EXPECT_THAT(Run("fault ProMdlDisplay -1 0"), ElementsAre("error: NTH must be 1 or more: 0"));
+  EXPECT_THAT(Run("fault ProMdlDisplay -1 3-2"), ElementsAre("error: MTH comes before NTH: 3-2"));
+  EXPECT_THAT(Run("delay ProMdlDisplay soon"), ElementsAre("error: MS is no number: soon"));
+}
+
+TEST_F(ConsoleTest, LedgerTellsWhatIsOutstandingAndEveryViolation) {
+  int handle = 0;
+  host().ledger.Give(&handle, HandleKind::kSelection, "ProSelectionAlloc");
+  host().ledger.Violation("ProArrayFree", "frees nothing");
+  EXPECT_THAT(Run("ledger"),
+              ElementsAre("outstanding: 1 selection", "violation: ProArrayFree frees nothing", "ok"));
+  TakeViolations();
+}
+
+TEST_F(ConsoleTest, PauseHoldsTheTimersUntilResume) {
+  Run("pause");
+  EXPECT_TRUE(host().ui.Paused());
+  Run("resume");
+  EXPECT_FALSE(host().ui.Paused());
+}
+
+TEST_F(ConsoleTest, UnitsChangesTheSystemOfTheCurrentModel) {
+  Model& part = NewCurrentPart(L"BOLT");
+  part.modified = false;
+  EXPECT_THAT(Run("units furlong"), ElementsAre("error: the units are mm, inch and m, not furlong"));
+  EXPECT_FALSE(part.modified);
+  EXPECT_THAT(Run("units inch"), ElementsAre("ok"));
+  EXPECT_EQ(part.length_unit, LengthUnit::kInch);
+  EXPECT_TRUE(part.modified);
+}
+
+}  // namespace
+}  // namespace bench

@@ -1,0 +1,130 @@
+#include <ProArray.h>
+#include <ProElement.h>
+#include <ProReference.h>
+#include <gmock/gmock.h>
+
+#include <limits>
+
+#include "tests/host/feature_ground.h"
+
+namespace bench {
+namespace {
+
+using support::Tree;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class ElementTreesTest : public support::BenchTest {
+ protected:
+  ProElement Allocate(int id) {
+    ProElement element = nullptr;
+    EXPECT_EQ(ProElementAlloc(id, &element), PRO_TK_NO_ERROR);
+    return element;
+  }
+  // What stands under an element, by id.
+  std::vector<int> ChildrenOf(ProElement element) {
+    ProElement* children = nullptr;
+    EXPECT_EQ(ProElementChildrenGet(element, nullptr, &children), PRO_TK_NO_ERROR);
+    ProArray array = children;
+    int count = 0;
+    EXPECT_EQ(ProArraySizeGet(array, &count), PRO_TK_NO_ERROR);
+    std::vector<int> ids(count);
+    for (int i = 0; i < count; ++i) EXPECT_EQ(ProElementIdGet(children[i], &ids[i]), PRO_TK_NO_ERROR);
+    EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
+    return ids;
+  }
+};
+
+TEST_F(ElementTreesTest, KeepChildrenInTheirOrderAndIdsMayRepeat) {
+  Tree tree;
+  const ProElement depth = tree.Compound(tree.Root(), 515);
+  tree.Compound(tree.Root(), 447);
+  tree.Compound(depth, 429);
+  tree.Compound(depth, 428);
+  tree.Compound(depth, 429);
+  EXPECT_THAT(ChildrenOf(tree.Root()), ElementsAre(515, 447));
+  EXPECT_THAT(ChildrenOf(depth), ElementsAre(429, 428, 429));
+}
+
+TEST_F(ElementTreesTest, ReachedByPathIsTheElementThatWasAdded) {
+  Tree tree;
+  const ProElement depth = tree.Compound(tree.Root(), 515);
+  const ProElement side = tree.Compound(depth, 428);
+  ProElempathItem items[2] = {{PRO_ELEM_PATH_ITEM_ID, {515}}, {PRO_ELEM_PATH_ITEM_ID, {428}}};
+  ProElempath path = nullptr;
+  ProElement found = nullptr;
+  ASSERT_EQ(ProElempathAlloc(&path), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProElempathDataSet(path, items, 2), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElemtreeElementGet(tree.Root(), path, &found), PRO_TK_NO_ERROR);
+  EXPECT_EQ(found, side);
+  items[1].path_item.elem_id = 430;
+  ASSERT_EQ(ProElempathDataSet(path, items, 2), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElemtreeElementGet(tree.Root(), path, &found), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProElempathFree(&path), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ElementTreesTest, TakeOnlyValuesOfTheirKind) {
+  ProElement integer = Allocate(387), number = Allocate(434), text = Allocate(1964), compound = Allocate(447);
+  wchar_t name[] = L"NAME";
+  const ProError no = PRO_TK_INVALID_TYPE, yes = PRO_TK_NO_ERROR;
+  EXPECT_EQ(ProElementIntegerSet(integer, 917), yes);
+  EXPECT_EQ(ProElementDoubleSet(integer, 917), no);
+  EXPECT_EQ(ProElementDoubleSet(number, 1.5), yes);
+  EXPECT_EQ(ProElementIntegerSet(number, 1), no);
+  EXPECT_EQ(ProElementWstringSet(text, name), yes);
+  EXPECT_EQ(ProElementIntegerSet(text, 1), no);
+  EXPECT_EQ(ProElementIntegerSet(compound, 1), no);
+  EXPECT_EQ(ProElementWstringSet(compound, name), no);
+  for (const double value :
+       {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()})
+    EXPECT_EQ(ProElementDoubleSet(number, value), PRO_TK_BAD_INPUTS);
+  for (ProElement* element : {&integer, &number, &text, &compound})
+    EXPECT_EQ(ProElementFree(element), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ElementTreesTest, UnsetReferenceIsNoValue) {
+  ProElement element = Allocate(451);
+  ProReference reference = nullptr;
+  ASSERT_EQ(ProReferenceAlloc(&reference), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementReferenceSet(element, reference), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProReferenceFree(reference), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementFree(&element), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ElementTreesTest, RefuseWhatIsNoTree) {
+  Tree tree;
+  const ProElement section = tree.Compound(tree.Root(), 447);
+  EXPECT_EQ(ProElemtreeElementAdd(tree.Root(), nullptr, section), PRO_TK_E_FOUND) << "added a second time";
+  EXPECT_EQ(ProElemtreeElementAdd(section, nullptr, tree.Root()), PRO_TK_BAD_INPUTS) << "a circle";
+  ProElement integer = Allocate(387), child = Allocate(388);
+  EXPECT_EQ(ProElemtreeElementAdd(integer, nullptr, child), PRO_TK_INVALID_TYPE) << "under a value";
+  EXPECT_EQ(ProElementFree(&integer), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementFree(&child), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ElementTreesTest, ElementOfATreeIsFreedWithTheTreeAndOnlyWithIt) {
+  ProElement root = Allocate(386), child = Allocate(447);
+  ASSERT_EQ(ProElemtreeElementAdd(root, nullptr, child), PRO_TK_NO_ERROR);
+  ProElement mine = child;
+  EXPECT_EQ(ProElementFree(&mine), PRO_TK_BAD_CONTEXT);
+  EXPECT_EQ(ProElementFree(&root), PRO_TK_NO_ERROR);
+  EXPECT_EQ(root, nullptr);
+  int id = 0;
+  EXPECT_EQ(ProElementIdGet(child, &id), PRO_TK_INVALID_PTR);
+  EXPECT_THAT(TakeViolations(), ElementsAre(HasSubstr("ProElementFree"), HasSubstr("ProElementIdGet")));
+}
+
+TEST_F(ElementTreesTest, FreedAndForeignElementsAreViolations) {
+  ProElement root = Allocate(386), child = Allocate(447);
+  ProElement freed = child;
+  EXPECT_EQ(ProElementFree(&child), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElemtreeElementAdd(root, nullptr, freed), PRO_TK_INVALID_PTR);
+  EXPECT_EQ(ProElementFree(&freed), PRO_TK_INVALID_PTR);
+  EXPECT_EQ(ProElementIntegerSet(reinterpret_cast<ProElement>(&freed), 1), PRO_TK_INVALID_PTR);
+  EXPECT_EQ(ProElementFree(&root), PRO_TK_NO_ERROR);
+  EXPECT_THAT(TakeViolations(), ElementsAre(HasSubstr("ProElemtreeElementAdd"), HasSubstr("ProElementFree"),
+                                            HasSubstr("ProElementIntegerSet")));
+}
+
+}  // namespace
+}  // namespace bench

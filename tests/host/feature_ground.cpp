@@ -1,0 +1,284 @@
+#include "tests/host/feature_ground.h"
+
+#include <ProArray.h>
+#include <ProReference.h>
+#include <ProSelection.h>
+
+#include <cstdlib>
+
+#include "bench/host/model_json.h"
+#include "bench/host/text.h"
+
+namespace bench::support {
+namespace {
+
+template <typename Option>
+Option* OneOption(int option) {
+  ProArray array = nullptr;
+  EXPECT_EQ(ProArrayAlloc(1, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
+  *static_cast<int*>(array) = option;
+  return static_cast<Option*>(array);
+}
+
+void Free(void* array) {
+  EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
+}
+
+ProSelection Select(ProModelitem item) {
+  ProSelection selection = nullptr;
+  EXPECT_EQ(ProSelectionAlloc(nullptr, &item, &selection), PRO_TK_NO_ERROR);
+  return selection;
+}
+
+ProSelection SelectModel(Model& model) {
+  ProModelitem item{};
+  EXPECT_EQ(ProMdlToModelitem(&model, &item), PRO_TK_NO_ERROR);
+  return Select(item);
+}
+
+template <typename Record>
+int Add(ProSection section, Record record) {
+  int id = -1;
+  EXPECT_EQ(ProSectionEntityAdd(section, reinterpret_cast<Pro2dEntdef*>(&record), &id), PRO_TK_NO_ERROR);
+  return id;
+}
+
+}  // namespace
+
+Tree::Tree() {
+  EXPECT_EQ(ProElementAlloc(386, &root_), PRO_TK_NO_ERROR);
+}
+
+Tree::~Tree() {
+  EXPECT_EQ(ProElementFree(&root_), PRO_TK_NO_ERROR);
+}
+
+ProElement Tree::Hang(ProElement parent, int id, const std::function<ProError(ProElement)>& set_value) {
+  ProElement element = nullptr;
+  EXPECT_EQ(ProElementAlloc(id, &element), PRO_TK_NO_ERROR);
+  if (set_value) {
+    EXPECT_EQ(set_value(element), PRO_TK_NO_ERROR) << "element " << id;
+  }
+  EXPECT_EQ(ProElemtreeElementAdd(parent, nullptr, element), PRO_TK_NO_ERROR) << "element " << id;
+  return element;
+}
+
+ProElement Tree::Compound(ProElement parent, int id) {
+  return Hang(parent, id, nullptr);
+}
+
+void Tree::Integer(ProElement parent, int id, int value) {
+  Hang(parent, id, [value](ProElement element) { return ProElementIntegerSet(element, value); });
+}
+
+void Tree::Double(ProElement parent, int id, double value) {
+  Hang(parent, id, [value](ProElement element) { return ProElementDoubleSet(element, value); });
+}
+
+void Tree::Text(ProElement parent, int id, std::wstring value) {
+  Hang(parent, id, [&value](ProElement element) { return ProElementWstringSet(element, value.data()); });
+}
+
+void Tree::Reference(ProElement parent, int id, ProModelitem item) {
+  ProSelection selection = Select(item);
+  ProReference reference = nullptr;
+  EXPECT_EQ(ProSelectionToReference(selection, &reference), PRO_TK_NO_ERROR);
+  Hang(parent, id, [reference](ProElement element) { return ProElementReferenceSet(element, reference); });
+  EXPECT_EQ(ProReferenceFree(reference), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+}
+
+void FeatureTest::SetUp() {
+  BenchTest::SetUp();
+  RequireKernel();
+  if (HasFatalFailure()) return;
+  // A test that failed may have left another one.
+  host().kernel.SetProgram(KernelProgram());
+}
+
+std::wstring FeatureTest::KernelProgram() {
+  return FromUtf8(std::getenv("VEK_BENCH_KERNEL"));
+}
+
+ProModelitem FeatureTest::PlaneOf(Model& model, std::wstring_view name) {
+  for (const auto& feature : model.features)
+    if (feature->name == name) return {PRO_SURFACE, feature->items.front().id, &model};
+  ADD_FAILURE() << "no such plane";
+  return {};
+}
+
+void FeatureTest::FillSketchTree(Tree& tree, Model& model, std::wstring_view name, std::wstring_view plane) {
+  const bool on_right = plane == L"RIGHT";
+  tree.Integer(tree.Root(), 387, 949);
+  tree.Integer(tree.Root(), 511, 0);
+  tree.Text(tree.Root(), 1964, std::wstring(name));
+  const ProElement section = tree.Compound(tree.Root(), 447);
+  const ProElement setup = tree.Compound(section, 450);
+  tree.Reference(setup, 451, PlaneOf(model, plane));
+  tree.Integer(setup, 452, 1);
+  tree.Integer(setup, 454, on_right ? 1 : 4);
+  tree.Reference(setup, 455, PlaneOf(model, on_right ? L"TOP" : L"RIGHT"));
+}
+
+Creation FeatureTest::Create(Model& model, ProElement tree, int option) {
+  Creation creation;
+  ProErrorlist errors{};
+  ProSelection selection = SelectModel(model);
+  auto* options = OneOption<ProFeatureCreateOptions>(option);
+  creation.status = ProFeatureWithoptionsCreate(selection, tree, options, 0, &creation.feature, &errors);
+  creation.errors = errors.error_number;
+  Free(options);
+  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+  return creation;
+}
+
+Creation FeatureTest::CreateFromSketch(Model& model, ProElement tree, const ProFeature& sketch, int option) {
+  Creation creation;
+  ProErrorlist errors{};
+  ProSelection selection = SelectModel(model);
+  ProSelection sketch_selection = Select(sketch);
+  ProArray sketches = nullptr;
+  EXPECT_EQ(ProArrayAlloc(1, sizeof(ProSelection), 1, &sketches), PRO_TK_NO_ERROR);
+  auto* copy = static_cast<ProSelection*>(sketches);
+  EXPECT_EQ(ProSelectionCopy(sketch_selection, copy), PRO_TK_NO_ERROR);
+  auto* options = OneOption<ProFeatureCreateOptions>(option);
+  creation.status =
+      ProFeatureSketchedWithOptionsCreate(selection, tree, options, copy, 0, &creation.feature, &errors);
+  creation.errors = errors.error_number;
+  EXPECT_EQ(ProSelectionFree(copy), PRO_TK_NO_ERROR);
+  Free(options);
+  Free(sketches);
+  EXPECT_EQ(ProSelectionFree(&sketch_selection), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+  return creation;
+}
+
+Creation FeatureTest::Redefine(ProFeature feature, ProElement tree) {
+  Creation creation;
+  creation.feature = feature;
+  ProErrorlist errors{};
+  auto* options = OneOption<ProFeatureCreateOptions>(0);
+  creation.status = ProFeatureWithoptionsRedefine(nullptr, &feature, tree, options, 0, &errors);
+  creation.errors = errors.error_number;
+  Free(options);
+  return creation;
+}
+
+Creation FeatureTest::Redraw(ProFeature feature, const Drawing& draw) {
+  ProElement tree = nullptr;
+  EXPECT_EQ(ProFeatureElemtreeExtract(&feature, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &tree), PRO_TK_NO_ERROR);
+  const ProSection section = SectionIn(tree);
+  if (section) draw(section);
+  const Creation creation = Redefine(feature, tree);
+  EXPECT_EQ(ProFeatureElemtreeFree(&feature, tree), PRO_TK_NO_ERROR);
+  return creation;
+}
+
+ProFeature FeatureTest::Sketch(Model& model, std::wstring_view name, std::wstring_view plane,
+                               const Drawing& draw) {
+  Tree tree;
+  FillSketchTree(tree, model, name, plane);
+  const Creation incomplete = Create(model, tree.Root(), 2);
+  EXPECT_EQ(incomplete.status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(Redraw(incomplete.feature, draw).status, PRO_TK_NO_ERROR);
+  return incomplete.feature;
+}
+
+void FeatureTest::FillExtrudeTree(Tree& tree, const ExtrudeValues& values) {
+  const ProElement root = tree.Root();
+  tree.Integer(root, 387, 917);
+  tree.Integer(root, 388, 1);
+  tree.Integer(root, 1956, 917);
+  tree.Integer(root, 2023, values.cut ? 916 : -1);
+  tree.Integer(root, 3176, 0);
+  tree.Compound(root, 447);
+  tree.Integer(root, 436, values.direction);
+  const ProElement depth = tree.Compound(root, 515);
+  const ProElement first = tree.Compound(depth, 428);
+  const ProElement second = tree.Compound(depth, 429);
+  tree.Integer(first, 430, values.first_side);
+  if (values.depth2) tree.Double(first, 431, *values.depth2);
+  tree.Integer(second, 433, values.second_side);
+  if (values.depth) tree.Double(second, 434, *values.depth);
+  const ProElement draft = tree.Compound(root, 5096);
+  tree.Integer(draft, 5097, values.taper_deg ? 80 : -1);
+  if (values.taper_deg) tree.Double(draft, 5098, *values.taper_deg);
+}
+
+Creation FeatureTest::Extrude(Model& model, const ProFeature& sketch, const ExtrudeValues& values) {
+  Tree tree;
+  FillExtrudeTree(tree, values);
+  return CreateFromSketch(model, tree.Root(), sketch);
+}
+
+void FeatureTest::FillRevolveTree(Tree& tree, const RevolveValues& values) {
+  const ProElement root = tree.Root();
+  tree.Integer(root, 387, 917);
+  tree.Integer(root, 388, 2);
+  tree.Integer(root, 1956, 917);
+  tree.Integer(root, 2023, values.cut ? 916 : -1);
+  tree.Integer(root, 3176, 0);
+  tree.Compound(root, 447);
+  tree.Integer(root, 436, values.direction);
+  tree.Integer(root, 3280, 1);
+  const ProElement angle = tree.Compound(root, 6);
+  const ProElement first = tree.Compound(angle, 437);
+  const ProElement second = tree.Compound(angle, 438);
+  tree.Integer(first, 439, 262144);
+  tree.Integer(second, 440, 4194304);
+  tree.Double(second, 442, values.angle_deg);
+}
+
+Creation FeatureTest::Revolve(Model& model, const ProFeature& sketch, const RevolveValues& values) {
+  Tree tree;
+  FillRevolveTree(tree, values);
+  return CreateFromSketch(model, tree.Root(), sketch);
+}
+
+std::string FeatureTest::Snapshot(const Model& model) {
+  const auto& mass = model.topology.mass;
+  return ModelToText(model) + (model.modified ? "modified " : "unmodified ") +
+         std::to_string(model.topology.faces.size()) + " faces " + std::to_string(mass ? mass->volume : 0);
+}
+
+ProSection SectionIn(ProElement tree) {
+  ProElempathItem items[2] = {{PRO_ELEM_PATH_ITEM_ID, {447}}, {PRO_ELEM_PATH_ITEM_ID, {458}}};
+  ProElempath path = nullptr;
+  EXPECT_EQ(ProElempathAlloc(&path), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElempathDataSet(path, items, 2), PRO_TK_NO_ERROR);
+  ProElement element = nullptr;
+  EXPECT_EQ(ProElemtreeElementGet(tree, path, &element), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElempathFree(&path), PRO_TK_NO_ERROR);
+  ProAppData section = nullptr;
+  EXPECT_EQ(ProElementSpecialvalueGet(element, nullptr, &section), PRO_TK_NO_ERROR);
+  return static_cast<ProSection>(section);
+}
+
+int AddPoint(ProSection section, double x, double y) {
+  return Add(section, Pro2dPntdef{PRO_2D_POINT, {x, y}});
+}
+
+int AddLine(ProSection section, double x1, double y1, double x2, double y2) {
+  return Add(section, Pro2dLinedef{PRO_2D_LINE, {x1, y1}, {x2, y2}});
+}
+
+int AddCenterline(ProSection section, double x1, double y1, double x2, double y2) {
+  return Add(section, Pro2dClinedef{PRO_2D_CENTER_LINE, {x1, y1}, {x2, y2}});
+}
+
+int AddCircle(ProSection section, double x, double y, double radius) {
+  return Add(section, Pro2dCircledef{PRO_2D_CIRCLE, {x, y}, radius});
+}
+
+int AddArc(ProSection section, double x, double y, double radius, double start, double end) {
+  return Add(section, Pro2dArcdef{PRO_2D_ARC, {x, y}, start, end, radius});
+}
+
+void AddRectangle(ProSection section, double x1, double y1, double x2, double y2) {
+  AddLine(section, x1, y1, x2, y1);
+  AddLine(section, x2, y1, x2, y2);
+  AddLine(section, x2, y2, x1, y2);
+  AddLine(section, x1, y2, x1, y1);
+}
+
+}  // namespace bench::support

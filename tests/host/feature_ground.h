@@ -1,0 +1,103 @@
+// What tests of features stand on: element trees, sketches and solids, made through the toolkit's calls as an
+// add-in makes them. Lengths are in model units.
+#pragma once
+
+#include <ProElement.h>
+#include <ProFeature.h>
+#include <ProSection.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/support/bench_fixture.h"
+
+namespace bench::support {
+
+// A tree that a test owns.
+class Tree {
+ public:
+  Tree();
+  Tree(const Tree&) = delete;
+  Tree& operator=(const Tree&) = delete;
+  ~Tree();
+
+  ProElement Root() const { return root_; }
+  ProElement Compound(ProElement parent, int id);
+  void Integer(ProElement parent, int id, int value);
+  void Double(ProElement parent, int id, double value);
+  void Text(ProElement parent, int id, std::wstring value);
+  void Reference(ProElement parent, int id, ProModelitem item);
+
+ private:
+  ProElement Hang(ProElement parent, int id, const std::function<ProError(ProElement)>& set_value);
+  ProElement root_ = nullptr;
+};
+
+struct Creation {
+  ProError status = PRO_TK_GENERAL_ERROR;
+  int errors = 0;
+  ProFeature feature{};
+};
+
+struct ExtrudeValues {
+  int first_side = 4096;
+  int second_side = 262144;
+  std::optional<double> depth = 10;  // element 434
+  std::optional<double> depth2{};    // element 431
+  int direction = -1;
+  bool cut = false;
+  std::optional<double> taper_deg{};
+};
+
+struct RevolveValues {
+  double angle_deg = 360;
+  int direction = -1;
+  bool cut = false;
+};
+
+class FeatureTest : public BenchTest {
+ protected:
+  void SetUp() override;
+
+  // The program of the kernel that the environment names.
+  std::wstring KernelProgram();
+
+  using Drawing = std::function<void(ProSection)>;
+
+  // The surface of a template's datum plane.
+  ProModelitem PlaneOf(Model& model, std::wstring_view name);
+  // The tree of a sketch on a plane, turned as a caller turns it: RIGHT to the right, on RIGHT itself TOP to
+  // the top.
+  void FillSketchTree(Tree& tree, Model& model, std::wstring_view name, std::wstring_view plane);
+
+  Creation Create(Model& model, ProElement tree, int option);
+  Creation CreateFromSketch(Model& model, ProElement tree, const ProFeature& sketch, int option = 1);
+  Creation Redefine(ProFeature feature, ProElement tree);
+
+  // Extracts the feature's tree, draws into its section and redefines the feature.
+  Creation Redraw(ProFeature feature, const Drawing& draw);
+  // The whole way of a sketch; it must succeed.
+  ProFeature Sketch(Model& model, std::wstring_view name, std::wstring_view plane, const Drawing& draw);
+
+  void FillExtrudeTree(Tree& tree, const ExtrudeValues& values);
+  Creation Extrude(Model& model, const ProFeature& sketch, const ExtrudeValues& values);
+  void FillRevolveTree(Tree& tree, const RevolveValues& values);
+  Creation Revolve(Model& model, const ProFeature& sketch, const RevolveValues& values);
+
+  // The model as its file would be, with what a file doesn't hold.
+  std::string Snapshot(const Model& model);
+};
+
+// The section of a tree with one; null when there is none.
+ProSection SectionIn(ProElement tree);
+
+int AddPoint(ProSection section, double x, double y);
+int AddLine(ProSection section, double x1, double y1, double x2, double y2);
+int AddCenterline(ProSection section, double x1, double y1, double x2, double y2);
+int AddCircle(ProSection section, double x, double y, double radius);
+int AddArc(ProSection section, double x, double y, double radius, double start, double end);
+void AddRectangle(ProSection section, double x1, double y1, double x2, double y2);
+
+}  // namespace bench::support

@@ -1,0 +1,113 @@
+#include "bench/host/kernel_client.h"
+
+#include <windows.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "tests/host/feature_ground.h"
+
+namespace bench {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr auto kNothing = R"("recipes":[])";
+constexpr milliseconds kSoon{30'000};
+constexpr milliseconds kAtOnce{300};
+
+// Each script is a kernel that goes wrong in its own way.
+class KernelClientTest : public support::FeatureTest {
+ protected:
+  void UseScript(const char* name) {
+    client_.SetProgram(std::filesystem::path(VEK_TEST_KERNELS).wstring() + L"/" +
+                       std::wstring(name, name + strlen(name)));
+  }
+  bool Answers() { return client_.Ask("regenerate", kNothing).has_value(); }
+
+  // Runs a script to its end, of which it leaves a file as a sign.
+  void Run(const wchar_t* script, const wchar_t* sign) {
+    std::wstring path = L"Z:" + std::filesystem::path(VEK_TEST_KERNELS).wstring() + L"\\" + script;
+    std::ranges::replace(path, L'/', L'\\');
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    ASSERT_TRUE(CreateProcessW(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                               &process));
+    const auto deadline = std::chrono::steady_clock::now() + kSoon;
+    while (!std::filesystem::exists(PathOf(sign)) && std::chrono::steady_clock::now() < deadline) Sleep(5);
+    ASSERT_TRUE(std::filesystem::exists(PathOf(sign)));
+  }
+
+  KernelClient client_;
+};
+
+TEST_F(KernelClientTest, KernelIsStartedAtTheFirstRequestAndAnswersEveryOne) {
+  client_.SetProgram(KernelProgram());
+  const auto first = client_.Ask("regenerate", kNothing);
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->at("bodies"), 0);
+  EXPECT_TRUE(Answers());
+}
+
+TEST_F(KernelClientTest, RequestThatMakesNoSenseHasNoAnswerAndHarmsNothing) {
+  client_.SetProgram(KernelProgram());
+  EXPECT_FALSE(client_.Ask("dance", ""));
+  EXPECT_TRUE(Complained("rejects a request"));
+  EXPECT_TRUE(Answers());
+}
+
+TEST_F(KernelClientTest, KernelThatWasKilledIsStartedAgain) {
+  UseScript("notes_its_process.sh");
+  ASSERT_TRUE(Answers());
+  Run(L"kills_the_noted.sh", L"killed");
+  EXPECT_TRUE(Answers());
+}
+
+TEST_F(KernelClientTest, KernelThatDiesOfARequestIsAskedOnceMoreAndThenGivenUp) {
+  UseScript("dies_when_asked.sh");
+  EXPECT_FALSE(Answers());
+  EXPECT_TRUE(Complained("died before it answered"));
+  client_.SetProgram(KernelProgram());
+  EXPECT_TRUE(Answers()) << "the next request works";
+}
+
+TEST_F(KernelClientTest, KernelThatNeverAnswersIsLetGo) {
+  UseScript("never_answers.sh");
+  client_.SetTimeouts(kSoon, kAtOnce);
+  EXPECT_FALSE(Answers());
+  EXPECT_TRUE(Complained("doesn't answer"));
+}
+
+TEST_F(KernelClientTest, KernelThatTalksNonsenseIsNotBelieved) {
+  UseScript("talks_nonsense.sh");
+  EXPECT_FALSE(Answers());
+  EXPECT_TRUE(Complained("answered what no one asked"));
+}
+
+TEST_F(KernelClientTest, ProgramThatCantRunIsAClearComplaint) {
+  EXPECT_FALSE(Answers());
+  EXPECT_TRUE(Complained("--kernel"));
+  client_.SetProgram(L"/nowhere/creokernel");
+  EXPECT_FALSE(Answers());
+  EXPECT_TRUE(Complained("/nowhere/creokernel"));
+  client_.SetProgram(L"/bin/true");
+  client_.SetTimeouts(kAtOnce, kSoon);
+  EXPECT_FALSE(Answers());
+  EXPECT_TRUE(Complained("doesn't connect"));
+}
+
+TEST_F(KernelClientTest, FailureOfTheKernelIsAStatusAndTheNextFeatureWorks) {
+  Model& part = NewPart(L"KERNELS");
+  const Drawing circle = [](ProSection section) { support::AddCircle(section, 0, 0, 5); };
+  const ProFeature sketch = Sketch(part, L"CIRCLE", L"FRONT", circle);
+  const std::string before = Snapshot(part);
+  host().kernel.SetProgram(std::filesystem::path(VEK_TEST_KERNELS).wstring() + L"/dies_when_asked.sh");
+  EXPECT_NE(Extrude(part, sketch, {}).status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(Snapshot(part), before);
+  host().kernel.SetProgram(KernelProgram());
+  EXPECT_EQ(Extrude(part, sketch, {}).status, PRO_TK_NO_ERROR);
+}
+
+}  // namespace
+}  // namespace bench

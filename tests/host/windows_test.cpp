@@ -1,0 +1,136 @@
+#include <ProWindows.h>
+#include <gmock/gmock.h>
+
+#include "tests/support/bench_fixture.h"
+
+namespace bench {
+namespace {
+
+using support::Buffer;
+using support::MdlNameBuffer;
+
+class WindowsTest : public support::BenchTest {
+ protected:
+  int Open(Model& model) {
+    MdlNameBuffer name(model.name);
+    int window = -1;
+    EXPECT_EQ(ProObjectwindowMdlnameCreate(name, static_cast<ProType>(model.type), &window), PRO_TK_NO_ERROR);
+    return window;
+  }
+  int OpenAndActivate(Model& model) {
+    const int window = Open(model);
+    EXPECT_EQ(ProWindowActivate(window), PRO_TK_NO_ERROR);
+    return window;
+  }
+  ProMdl Current() {
+    ProMdl model = nullptr;
+    ProMdlCurrentGet(&model);
+    return model;
+  }
+};
+
+TEST_F(WindowsTest, WithoutAModelTheBaseWindowIsCurrentAndNoModelIs) {
+  int window = -1;
+  EXPECT_EQ(ProWindowCurrentGet(&window), PRO_TK_NO_ERROR);
+  EXPECT_EQ(window, 0);
+  ProMdl model = &window;
+  EXPECT_EQ(ProMdlCurrentGet(&model), PRO_TK_BAD_CONTEXT);
+  EXPECT_EQ(model, nullptr);
+  EXPECT_EQ(ProWindowDelete(0), PRO_TK_BAD_CONTEXT);
+}
+
+TEST_F(WindowsTest, ASecondWindowForAModelIsRefused) {
+  Model& part = NewPart(L"BOLT");
+  const int window = Open(part);
+  MdlNameBuffer name(L"bolt");
+  int second = -1;
+  EXPECT_EQ(ProObjectwindowMdlnameCreate(name, PRO_PART, &second), PRO_TK_E_FOUND);
+  EXPECT_EQ(second, -1);
+  int found = -1;
+  EXPECT_EQ(ProMdlWindowGet(Handle(part), &found), PRO_TK_NO_ERROR);
+  EXPECT_EQ(found, window);
+}
+
+TEST_F(WindowsTest, AWindowNeedsAModelInSessionOfThatNameAndType) {
+  NewPart(L"BOLT");
+  MdlNameBuffer bolt(L"BOLT");
+  MdlNameBuffer nut(L"NUT");
+  int window = -1;
+  EXPECT_EQ(ProObjectwindowMdlnameCreate(nut, PRO_PART, &window), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProObjectwindowMdlnameCreate(bolt, PRO_ASSEMBLY, &window), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProObjectwindowMdlnameCreate(bolt, PRO_FEATURE, &window), PRO_TK_INVALID_TYPE);
+}
+
+TEST_F(WindowsTest, OnlyActivatingMakesAModelCurrent) {
+  Model& part = NewPart(L"BOLT");
+  const int window = Open(part);
+  EXPECT_EQ(ProMdlDisplay(Handle(part)), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Current(), nullptr);
+  ASSERT_EQ(ProWindowActivate(window), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Current(), Handle(part));
+}
+
+TEST_F(WindowsTest, AfterACloseTheLastActiveOtherModelIsCurrent) {
+  Model& a = NewPart(L"A");
+  Model& b = NewPart(L"B");
+  Model& c = NewPart(L"C");
+  Open(NewPart(L"NEVER_ACTIVE"));
+  const int of_a = OpenAndActivate(a);
+  const int of_b = OpenAndActivate(b);
+  const int of_c = OpenAndActivate(c);
+  ProWindowActivate(of_a);
+  ProWindowActivate(of_c);
+  EXPECT_EQ(ProWindowDelete(of_c), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Current(), Handle(a));
+  EXPECT_EQ(ProWindowDelete(of_a), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Current(), Handle(b));
+  EXPECT_EQ(ProWindowDelete(of_b), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Current(), nullptr);
+  EXPECT_NE(host().session.Find(Handle(c)), nullptr);
+}
+
+TEST_F(WindowsTest, ClosingAnInactiveWindowLeavesTheCurrentModel) {
+  Model& a = NewPart(L"A");
+  Model& b = NewPart(L"B");
+  const int of_a = OpenAndActivate(a);
+  OpenAndActivate(b);
+  EXPECT_EQ(ProWindowDelete(of_a), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Current(), Handle(b));
+}
+
+TEST_F(WindowsTest, ErasingAModelTakesItsWindowAlong) {
+  Model& a = NewPart(L"A");
+  Model& b = NewPart(L"B");
+  OpenAndActivate(a);
+  const int of_b = OpenAndActivate(b);
+  ASSERT_EQ(ProMdlErase(Handle(b)), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Current(), Handle(a));
+  EXPECT_EQ(ProWindowActivate(of_b), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProWindowDelete(of_b), PRO_TK_BAD_INPUTS);
+}
+
+TEST_F(WindowsTest, WindowIdsAreNotReused) {
+  Model& part = NewPart(L"BOLT");
+  const int first = Open(part);
+  ProWindowDelete(first);
+  EXPECT_NE(Open(part), first);
+}
+
+TEST_F(WindowsTest, RepaintTakesTheCurrentWindowOrAnExistingOne) {
+  EXPECT_EQ(ProWindowRepaint(-1), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProWindowRepaint(0), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProWindowRepaint(77), PRO_TK_BAD_INPUTS);
+}
+
+TEST_F(WindowsTest, TheBrowserKeepsItsSizeAndPage) {
+  Buffer<PRO_PATH_SIZE> url(L"file:///C:/welcome.html");
+  EXPECT_EQ(ProWindowBrowserSizeSet(0, 100.0), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProWindowBrowserSizeSet(0, 100.5), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProWindowBrowserSizeSet(9, 50.0), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProWindowURLShow(0, url), PRO_TK_NO_ERROR);
+  EXPECT_EQ(host().windows.browser_percent, 100.0);
+  EXPECT_EQ(host().windows.browser_url, url.text());
+}
+
+}  // namespace
+}  // namespace bench

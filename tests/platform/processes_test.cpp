@@ -1,0 +1,155 @@
+#include "addin/platform/processes.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "tests/support/noting_program.h"
+#include "tests/support/scratch_folder.h"
+
+namespace vek {
+namespace {
+
+using namespace std::chrono_literals;
+using support::NotingProgram;
+using support::ScratchFolder;
+
+TEST(ModuleDirectory, IsTheFolderOfTheModuleAtTheAddress) {
+  static const int in_this_program = 0;
+  EXPECT_EQ(ModuleDirectory(&in_this_program), support::TestProgramFolder());
+
+  wchar_t system_folder[MAX_PATH] = L"";
+  ::GetSystemDirectoryW(system_folder, MAX_PATH);
+  const HMODULE kernel = ::GetModuleHandleW(L"kernel32.dll");
+  EXPECT_EQ(::_wcsicmp(ModuleDirectory(kernel).c_str(), system_folder), 0) << "no trailing backslash";
+}
+
+TEST(ModuleDirectory, IsEmptyOutsideOfEveryModule) {
+  const auto on_the_heap = std::make_unique<int>(0);
+  EXPECT_EQ(ModuleDirectory(on_the_heap.get()), L"");
+}
+
+TEST(ModuleDirectory, IsEmptyForAPathOf260Characters) {
+  const ScratchFolder folder;
+  // A path that long is taken only in this form.
+  std::wstring deep = L"\\\\?\\" + folder.path();
+  for (int i = 0; i < 6; ++i) {
+    deep += L"\\" + std::wstring(50, L'd');
+    ASSERT_TRUE(::CreateDirectoryW(deep.c_str(), nullptr));
+  }
+  const std::wstring program = deep + L"\\a.exe";
+  ASSERT_TRUE(
+      ::CopyFileW((support::TestProgramFolder() + L"\\note_arguments.exe").c_str(), program.c_str(), FALSE));
+  const HMODULE module = ::LoadLibraryW(program.c_str());
+  ASSERT_NE(module, nullptr);
+  EXPECT_EQ(ModuleDirectory(module), L"");
+  ::FreeLibrary(module);
+  ::DeleteFileW(program.c_str());
+  for (; deep.ends_with(L'd'); deep.resize(deep.rfind(L'\\'))) ::RemoveDirectoryW(deep.c_str());
+}
+
+class Processes : public testing::Test {
+ protected:
+  ScratchFolder folder_;
+  NotingProgram program_{folder_ / L"noting program.exe"};
+  ProgramCall call_{program_.path(), L"--about", folder_.path()};
+};
+
+TEST_F(Processes, TheProgramGetsItsQuotedPathTheArgumentsAndTheFolder) {
+  call_.arguments = L"--install-pending \"two words\"";
+  ASSERT_TRUE(RunAndWait(call_));
+  const auto runs = program_.Runs();
+  ASSERT_EQ(runs.size(), 1u);
+  EXPECT_EQ(runs[0].command_line, L"\"" + program_.path() + L"\" --install-pending \"two words\"");
+  EXPECT_EQ(runs[0].directory, folder_.path());
+}
+
+TEST_F(Processes, WaitingLastsUntilTheProgramHasEnded) {
+  program_.Hold();
+  constexpr auto kHeld = 300ms;
+  std::jthread release([&] {
+    std::this_thread::sleep_for(kHeld);
+    program_.Release();
+  });
+  EXPECT_TRUE(RunAndWait(call_));
+  EXPECT_EQ(program_.Runs().size(), 1u);
+}
+
+TEST_F(Processes, ADetachedProgramIsLeftToItself) {
+  program_.Hold();
+  EXPECT_TRUE(RunDetached(call_));
+  EXPECT_TRUE(program_.Runs().empty());
+  program_.Release();
+  const auto runs = program_.WaitForRuns(1);
+  ASSERT_EQ(runs.size(), 1u);
+  EXPECT_EQ(runs[0].command_line, L"\"" + program_.path() + L"\" --about");
+  EXPECT_EQ(runs[0].directory, folder_.path());
+}
+
+TEST_F(Processes, AProgramThatCannotBeStartedIsToldAtOnce) {
+  call_.program = folder_ / L"missing.exe";
+  EXPECT_FALSE(RunAndWait(call_));
+  EXPECT_FALSE(RunDetached(call_));
+  EXPECT_FALSE(OpenProgram(call_.program));
+}
+
+TEST_F(Processes, NoHandleStaysOpen) {
+  // Free handles are given out again, so that the next one tells how many are in use.
+  const auto next_handle = [] {
+    const HANDLE event = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    ::CloseHandle(event);
+    return reinterpret_cast<std::uintptr_t>(event);
+  };
+  constexpr int kRounds = 5;
+  constexpr std::uintptr_t kHandleStep = 4;
+  const auto call_each = [this] {
+    RunAndWait(call_);
+    RunDetached(call_);
+    IsProgramRunning(L"none");
+  };
+  call_each();
+  const std::uintptr_t before = next_handle();
+  for (int i = 0; i < kRounds; ++i) call_each();
+  EXPECT_LT(next_handle(), before + kRounds * kHandleStep);
+  program_.WaitForRuns(2 + 2 * kRounds);
+}
+
+TEST_F(Processes, OpeningAProgramStartsIt) {
+  EXPECT_TRUE(OpenProgram(program_.path()));
+  EXPECT_EQ(program_.WaitForRuns(1).size(), 1u);
+}
+
+struct RunningName {
+  const char* name;
+  const wchar_t* file;
+  bool counts;
+};
+
+class RunningPrograms : public testing::TestWithParam<RunningName> {};
+
+TEST_P(RunningPrograms, CountByTheirNameUpToTheFirstDot) {
+  ASSERT_FALSE(IsProgramRunning(L"VekTestee")) << "left over from elsewhere";
+  const ScratchFolder folder;
+  NotingProgram program(folder / GetParam().file);
+  program.Hold();
+  ASSERT_TRUE(RunDetached({program.path(), L"", folder.path()}));
+  EXPECT_EQ(IsProgramRunning(L"VekTestee"), GetParam().counts);
+  program.Release();
+  program.WaitForRuns(1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, RunningPrograms,
+                         testing::Values(RunningName{"exact", L"VekTestee.exe", true},
+                                         RunningName{"other_case", L"vekTESTEE.EXE", true},
+                                         RunningName{"second_dot", L"VekTestee.Desktop.exe", true},
+                                         RunningName{"longer", L"VekTestees.exe", false},
+                                         RunningName{"behind", L"My VekTestee.exe", false}),
+                         [](const auto& tested) { return tested.param.name; });
+
+}  // namespace
+}  // namespace vek
