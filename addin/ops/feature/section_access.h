@@ -1,0 +1,16 @@
+// The section of a feature that stands in the model.
+#pragma once
+
+#include <ProFeature.h>
+#include <ProSection.h>
+
+#include "addin/host/extracted_tree.h"
+
+namespace vek::feature {
+
+// The section under the feature's standard section element. It belongs to `tree`, which the caller keeps for
+// as long as it needs the section. -4 when the element is missing, -1 when it holds no section or the host
+// gave no tree.
+ProError ExtractFeatureSection(const ProFeature& feature, ExtractedTree& tree, ProSection& section);
+
+}  // namespace vek::feature

@@ -1,0 +1,149 @@
+// The two ways of handing a tree to the host, and the way to the section of a feature.
+#include "addin/ops/feature/creation.h"
+
+#include <gmock/gmock.h>
+
+#include "addin/host/element_tree_builder.h"
+#include "addin/ops/feature/section_access.h"
+#include "addin/text/format.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/feature_test.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FeatureCreation : public FeatureTest {
+ protected:
+  void SetUp() override {
+    FeatureTest::SetUp();
+    NewPart();
+  }
+
+  ProModelitem Plane(const wchar_t* name) {
+    for (const bench::GeometryItem& item : FeatureNamed(name)->items)
+      if (item.type == PRO_DATUM_PLANE) return {PRO_DATUM_PLANE, item.id, bench::Handle(Current())};
+    return {};
+  }
+
+  // A sketched curve on FRONT without a section: a tree that makes an incomplete feature.
+  ElementTreeBuilder CurveTree() {
+    ElementTreeBuilder tree(386, L"");
+    tree.Integer(tree.Root(), 387, 949);
+    tree.Integer(tree.Root(), 511, 0);
+    const auto section = tree.Compound(tree.Root(), 447);
+    const auto setup = tree.Compound(section, 450);
+    tree.Reference(setup, 451, Plane(L"FRONT"));
+    tree.Integer(setup, 452, 1);
+    tree.Integer(setup, 454, 4);
+    tree.Reference(setup, 455, Plane(L"RIGHT"));
+    EXPECT_TRUE(tree.ok());
+    return tree;
+  }
+
+  CreoMcpOperationResult Create(ProElement tree, ProFeature& feature, bool regenerate) {
+    return feature::CreateFeatureFromTree(bench::Handle(Current()), tree, 2, L"curve", feature, regenerate);
+  }
+};
+
+TEST_F(FeatureCreation, ATreeBecomesAFeatureAndStaysTheCallers) {
+  ElementTreeBuilder tree = CurveTree();
+  const auto mark = host().journal.Mark();
+  ProFeature feature{};
+  const auto result = Create(tree.tree(), feature, true);
+  EXPECT_TRUE(result.success);
+  EXPECT_EQ(result.message, L"");
+  EXPECT_EQ(result.dataJson, L"null");
+  EXPECT_THAT(CallsSince(mark), ElementsAre("ProMdlToModelitem", "ProSelectionAlloc", "ProArrayAlloc",
+                                            "ProFeatureWithoptionsCreate", "ProSolidRegenerate",
+                                            "ProWindowRepaint", "ProArrayFree", "ProSelectionFree"));
+  EXPECT_EQ(CountCaptured(Format(L"Feature Create [curve]: status=0 errCount=0 featId=%d", feature.id)), 1);
+  ASSERT_EQ(Current().features.back()->id, feature.id);
+  EXPECT_TRUE(Current().features.back()->incomplete);
+  // The same tree serves a second time.
+  ProFeature second{};
+  EXPECT_TRUE(Create(tree.tree(), second, false).success);
+  EXPECT_NE(second.id, feature.id);
+}
+
+TEST_F(FeatureCreation, RegeneratesOnlyWhereItIsAskedTo) {
+  ElementTreeBuilder tree = CurveTree();
+  const auto mark = host().journal.Mark();
+  ProFeature feature{};
+  EXPECT_TRUE(Create(tree.tree(), feature, false).success);
+  EXPECT_THAT(CallsSince(mark, {"ProSolidRegenerate", "ProWindowRepaint"}), IsEmpty());
+  // Neither status counts.
+  faults().Fail("ProSolidRegenerate", PRO_TK_GENERAL_ERROR);
+  faults().Fail("ProWindowRepaint", PRO_TK_GENERAL_ERROR);
+  EXPECT_TRUE(Create(tree.tree(), feature, true).success);
+}
+
+TEST_F(FeatureCreation, EachFailureHasItsMessageAndMakesNothing) {
+  ElementTreeBuilder tree = CurveTree();
+  const struct {
+    const char* call;
+    const wchar_t* message;
+  } cases[] = {
+      {"ProMdlToModelitem", L"Failed to select the active part for feature creation."},
+      {"ProSelectionAlloc", L"Failed to select the active part for feature creation."},
+      {"ProArrayAlloc", L"Failed to allocate feature create options."},
+      {"ProFeatureWithoptionsCreate", L"Creo could not create the curve feature (status=-8, errors=0)."},
+  };
+  const ModelState before = State();
+  for (const auto& [call, message] : cases) {
+    faults().Fail(call, PRO_TK_BAD_CONTEXT);
+    ProFeature feature{};
+    const auto result = Create(tree.tree(), feature, true);
+    EXPECT_FALSE(result.success);
+    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
+    EXPECT_EQ(State(), before);
+  }
+  EXPECT_EQ(CountCaptured(L"Feature Create [curve]: status=-8 errCount=0 featId=0"), 1);
+}
+
+TEST_F(FeatureCreation, ATreeThatTheHostRefusesMakesNothing) {
+  ElementTreeBuilder tree(386, L"");
+  tree.Integer(tree.Root(), 387, 949);
+  const ModelState before = State();
+  ProFeature feature{};
+  ExpectFailureStart(Create(tree.tree(), feature, true),
+                     L"Creo could not create the curve feature (status=-");
+  EXPECT_EQ(State(), before);
+}
+
+TEST_F(FeatureCreation, TheSectionOfAFeatureIsFoundOrTheStatusTellsWhyNot) {
+  NewSketch(L"S", L"XY");
+  const ProFeature sketch = HandleOf(*FeatureNamed(L"S"));
+  const auto extract = [](const ProFeature& feature) {
+    ExtractedTree tree;
+    ProSection section = nullptr;
+    const ProError status = feature::ExtractFeatureSection(feature, tree, section);
+    EXPECT_EQ(status == PRO_TK_NO_ERROR, section != nullptr);
+    return static_cast<int>(status);
+  };
+  EXPECT_EQ(extract(sketch), 0);
+  const struct {
+    const char* call;
+    bool without_effect;
+    int status;
+  } cases[] = {
+      {"ProFeatureElemtreeExtract", false, -8}, {"ProFeatureElemtreeExtract", true, -1},
+      {"ProElempathAlloc", false, -8},          {"ProElempathDataSet", false, -8},
+      {"ProElemtreeElementGet", false, -8},     {"ProElemtreeElementGet", true, -4},
+      {"ProElementSpecialvalueGet", false, -8}, {"ProElementSpecialvalueGet", true, -1},
+  };
+  for (const auto& [call, without_effect, status] : cases) {
+    faults().Clear();
+    if (without_effect)
+      faults().NoEffect(call);
+    else
+      faults().Fail(call, PRO_TK_BAD_CONTEXT);
+    EXPECT_EQ(extract(sketch), status) << call;
+  }
+}
+
+}  // namespace
+}  // namespace vek::support

@@ -1,0 +1,93 @@
+// Every toolkit call of an extrude and of a revolve fails once: each run answers with a message, gives back
+// what it was given, and leaves a session in which the same operation works.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "addin/text/format.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/feature_test.h"
+
+namespace vek::support {
+namespace {
+
+class FeatureFaults : public FeatureTest {
+ protected:
+  void SetUp() override {
+    FeatureTest::SetUp();
+    NewPart();
+  }
+
+  // The calls since `mark` that can be made to fail.
+  int FailableSince(std::uint64_t mark) {
+    const auto calls = CallsSince(mark);
+    return static_cast<int>(
+        std::ranges::count_if(calls, [](const std::string& call) { return !call.ends_with("Free"); }));
+  }
+
+  void ExpectCleanLedger() {
+    EXPECT_TRUE(host().ledger.Outstanding().empty());
+    EXPECT_TRUE(host().ledger.Violations().empty());
+  }
+
+  // Runs `operation` on a fresh sketch of `draw` with its calls failing one after another.
+  template <typename Draw>
+  void Sweep(const std::wstring& operation, const std::wstring& more, Draw draw) {
+    int sketches = 0;
+    const auto run = [&] {
+      const std::wstring sketch = Format(L"S%d", ++sketches);
+      draw(sketch);
+      features_before_ = Current().features.size();
+      mark_ = host().journal.Mark();
+      return [=, this] { return Run(operation, Format(LR"({"sketch_name":"%s"%s})", sketch, more)); };
+    };
+    ASSERT_TRUE(run()().success);
+    const int calls = FailableSince(mark_);
+    ASSERT_GT(calls, 50);
+    RemoveNewest(2);
+    for (int number = 1; number <= calls; ++number) {
+      const auto attempt = run();
+      faults().FailNumber(number, PRO_TK_GENERAL_ERROR);
+      const auto result = attempt();
+      faults().Clear();
+      SCOPED_TRACE("call " + std::to_string(number) + ", " + NameOfCall(number));
+      EXPECT_FALSE(result.message.empty());
+      ExpectCleanLedger();
+      EXPECT_EQ(Current().features.size(), features_before_ + (result.success ? 1 : 0));
+      RemoveNewest(result.success ? 2 : 1);
+    }
+    EXPECT_TRUE(run()().success);
+  }
+
+ private:
+  std::string NameOfCall(int number) {
+    for (const auto& entry : host().journal.Since(mark_))
+      if (!entry.name.ends_with("Free") && --number == 0) return entry.name;
+    return "none";
+  }
+
+  void RemoveNewest(int count) {
+    for (int i = 0; i < count; ++i) {
+      const std::wstring name = Current().features.back()->name;
+      Succeed(L"api_feature_delete", Format(LR"({"feature_name":"%s"})", name));
+    }
+  }
+
+  std::size_t features_before_ = 0;
+  std::uint64_t mark_ = 0;
+};
+
+TEST_F(FeatureFaults, Extrude) {
+  Sweep(L"api_feature_extrude", LR"(,"distance_mm":10,"taper_angle_deg":1)",
+        [this](const std::wstring& sketch) { Rectangle(sketch, L"XY", 0, 0, 10, 10); });
+}
+
+TEST_F(FeatureFaults, RevolveThatPreparesItsAxis) {
+  Sweep(L"api_feature_revolve", LR"(,"angle_deg":90)", [this](const std::wstring& sketch) {
+    Rectangle(sketch, L"XY", 2, 0, 5, 3);
+    ConstructionLine(sketch, 0, -5, 0, 5);
+  });
+}
+
+}  // namespace
+}  // namespace vek::support

@@ -1,0 +1,305 @@
+// The frame of the feature operations: the active part, names, lookups, listing.
+#include <gmock/gmock.h>
+
+#include "addin/host/text_buffer.h"
+#include "addin/text/format.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/feature_test.h"
+
+namespace vek::support {
+namespace {
+
+using feature::AssignFeatureName;
+using feature::FeatureInfo;
+using feature::FeatureLookup;
+using testing::ElementsAre;
+
+using FeatureFrame = FeatureTest;
+
+FeatureInfo Found(bench::Model& part, const std::wstring& name) {
+  FeatureInfo info;
+  EXPECT_TRUE(FeatureLookup(bench::Handle(part), name, info, false).success) << EncodeUtf8(name);
+  return info;
+}
+
+std::wstring Refusal(bench::Model& part, const std::wstring& name, bool sketched_curves_only = false) {
+  FeatureInfo info;
+  const auto result = FeatureLookup(bench::Handle(part), name, info, sketched_curves_only);
+  EXPECT_FALSE(result.success);
+  EXPECT_EQ(info.id, -1);
+  return result.message;
+}
+
+TEST_F(FeatureFrame, NamesEachTypeOfFeature) {
+  const std::pair<int, const wchar_t*> words[] = {
+      {0, L"first_feature"}, {911, L"hole"},     {913, L"round"},       {914, L"chamfer"},
+      {915, L"slot"},        {916, L"cut"},      {917, L"protrusion"},  {918, L"neck"},
+      {919, L"flange"},      {920, L"rib"},      {921, L"ear"},         {922, L"dome"},
+      {923, L"datum"},       {924, L"loc_push"}, {925, L"udf"},         {926, L"datum_axis"},
+      {927, L"draft"},       {928, L"shell"},    {931, L"datum_point"}, {945, L"pipe"},
+      {949, L"curve"},       {979, L"csys"},     {989, L"extend"},      {990, L"solidify"},
+      {1000, L"component"},  {1019, L"torus"},   {1070, L"thread"},     {912, L"feat_912"},
+      {-1, L"feat_-1"},
+  };
+  for (const auto& [type, word] : words) EXPECT_EQ(feature::FeatureTypeWord(type), word) << type;
+}
+
+TEST_F(FeatureFrame, EveryOperationNeedsAnActivePart) {
+  const wchar_t* const operations[] = {
+      L"api_feature_list",       L"api_feature_delete",  L"api_feature_suppress",
+      L"api_feature_unsuppress", L"api_feature_extrude", L"api_feature_extrude_advanced",
+      L"api_feature_revolve",
+  };
+  for (const wchar_t* operation : operations) ExpectFailure(operation, L"{}", L"No active Creo document.");
+  NewAssembly();
+  for (const wchar_t* operation : operations)
+    ExpectFailure(operation, L"{}", L"Feature operations require an active part document.");
+  for (const wchar_t* operation : operations) {
+    faults().Fail("ProMdlTypeGet", PRO_TK_GENERAL_ERROR);
+    ExpectFailure(operation, L"{}", L"Failed to determine active document type.");
+  }
+}
+
+TEST_F(FeatureFrame, AFeatureNameIsRequired) {
+  NewPart();
+  for (const wchar_t* operation : {L"api_feature_delete", L"api_feature_suppress", L"api_feature_unsuppress"})
+    for (const wchar_t* arguments : {L"{}", L"{\"feature_name\":\"\"}", L"{\"feature_name\":7}"})
+      ExpectFailure(operation, arguments, L"'feature_name' is required.");
+}
+
+TEST_F(FeatureFrame, NamesAreComparedWithoutRegardToCaseBlanksAndUnderscores) {
+  const struct {
+    const wchar_t* a;
+    const wchar_t* b;
+    bool equal;
+  } cases[] = {
+      {L"extrude 1", L"EXTRUDE_1", true},
+      {L" round_42\t", L"Round 42", true},
+      {L"é", L"É", true},
+      {L"A  B", L"a__b", true},
+      {L"A  B", L"A_B", false},
+      {L"Extrude1", L"Extrude 1", false},
+      {L"", L"  ", true},
+      {L"A\tB", L"A_B", false},
+  };
+  for (const auto& [a, b, equal] : cases)
+    EXPECT_EQ(feature::FeatureNamesEqual(a, b), equal) << EncodeUtf8(a) << " and " << EncodeUtf8(b);
+}
+
+TEST_F(FeatureFrame, OperationWords) {
+  const struct {
+    const wchar_t* arguments;
+    bool accepted;
+    bool is_cut;
+    const wchar_t* message;
+  } cases[] = {
+      {L"{}", true, false, L""},
+      {L"{\"operation\":\"\"}", true, false, L""},
+      {L"{\"operation\":\"Join\"}", true, false, L""},
+      {L"{\"operation\":\"ADD\"}", true, false, L""},
+      {L"{\"operation\":\"NewBody\"}", true, false, L""},
+      {L"{\"operation\":\"new_body\"}", true, false, L""},
+      {L"{\"operation\":\"Cut\"}", true, true, L""},
+      {L"{\"operation\":\"remove\"}", true, true, L""},
+      {L"{\"operation\":\"Intersect\"}", false, false,
+       L"Creo feature operations do not support operation='intersect'. Use 'join' or 'cut'."},
+      {L"{\"operation\":\" cut \"}", false, false, L"Unsupported operation ' cut '. Use 'join' or 'cut'."},
+      {L"{\"operation\":\"Weld\"}", false, false, L"Unsupported operation 'weld'. Use 'join' or 'cut'."},
+  };
+  for (const auto& [arguments, accepted, is_cut, message] : cases) {
+    bool cut = true;
+    std::wstring refusal;
+    EXPECT_EQ(feature::ParseFeatureOperation(arguments, cut, refusal), accepted) << EncodeUtf8(arguments);
+    EXPECT_EQ(cut, is_cut) << EncodeUtf8(arguments);
+    EXPECT_EQ(EncodeUtf8(refusal), EncodeUtf8(message));
+  }
+}
+
+TEST_F(FeatureFrame, ListsFeaturesInTheirOrder) {
+  NewPart();
+  auto& round = AddFeature(913, L"");
+  AddFeature(923, L"");
+  AddFeature(926, L"");
+  AddFeature(931, L"");
+  AddFeature(917, L" No_Name ");
+  AddFeature(912, L"the \"odd\" one").status = PRO_FEAT_SUPPRESSED;
+  const auto result = Run(L"api_feature_list");
+  EXPECT_TRUE(result.success);
+  EXPECT_EQ(result.message, L"Found 7 features.");
+  // Unnamed datums don't appear; the protrusion that is called "no name" has none.
+  EXPECT_EQ(EncodeUtf8(result.dataJson),
+            EncodeUtf8(Format(LR"([{"name":"RIGHT","type":"datum","is_suppressed":false},)"
+                              LR"({"name":"TOP","type":"datum","is_suppressed":false},)"
+                              LR"({"name":"FRONT","type":"datum","is_suppressed":false},)"
+                              LR"({"name":"PRT_CSYS_DEF","type":"csys","is_suppressed":false},)"
+                              LR"({"name":"round_%d","type":"round","is_suppressed":false},)"
+                              LR"({"name":"protrusion_%d","type":"protrusion","is_suppressed":false},)"
+                              LR"({"name":"the \"odd\" one","type":"feat_912","is_suppressed":true}])",
+                              round.id, round.id + 4)));
+}
+
+TEST_F(FeatureFrame, ListingPassesOverWhatItCannotAskAndReportsAVisitThatFails) {
+  NewPart();
+  faults().Fail("ProFeatureTypeGet", PRO_TK_GENERAL_ERROR);
+  EXPECT_EQ(Run(L"api_feature_list").message, L"Found 3 features.");
+  faults().Fail("ProFeatureStatusGet", PRO_TK_GENERAL_ERROR, 1, 4);
+  EXPECT_EQ(Run(L"api_feature_list").message, L"Found 4 features.");
+  faults().Fail("ProSolidFeatVisit", PRO_TK_BAD_CONTEXT);
+  ExpectFailure(L"api_feature_list", L"{}", L"Failed to list features (status=-8).");
+}
+
+TEST_F(FeatureFrame, LookupTakesTheLastOfThoseThatBearTheName) {
+  auto& part = NewPart();
+  AddFeature(917, L"EXTRUDE_1");
+  const int later = AddFeature(917, L"Extrude 1").id;
+  AddFeature(917, L"Extrude 11");
+  const FeatureInfo info = Found(part, L" extrude_1 ");
+  EXPECT_EQ(info.id, later);
+  EXPECT_EQ(info.name, L"Extrude 1");
+  EXPECT_EQ(info.type, L"protrusion");
+  EXPECT_FALSE(info.is_suppressed);
+  EXPECT_EQ(info.feature.id, later);
+  EXPECT_EQ(info.feature.owner, bench::Handle(part));
+}
+
+TEST_F(FeatureFrame, LookupKnowsUnnamedFeaturesByTypeAndId) {
+  auto& part = NewPart();
+  auto& round = AddFeature(913, L"");
+  round.status = PRO_FEAT_SUPPRESSED;
+  for (const auto& name :
+       {Format(L"round_%d", round.id), Format(L"ROUND %d", round.id), Format(L" round_%d ", round.id)}) {
+    EXPECT_EQ(Found(part, name).id, round.id);
+    EXPECT_TRUE(Found(part, name).is_suppressed);
+  }
+  auto& unnamed_datum = AddFeature(923, L"");
+  const std::wstring name = Format(L"datum_%d", unnamed_datum.id);
+  EXPECT_EQ(Refusal(part, name),
+            Format(L"Feature '%s' not found. Call api_feature_list and use an exact name.", name));
+  unnamed_datum.name = name;
+  EXPECT_EQ(Found(part, name).id, unnamed_datum.id);
+}
+
+TEST_F(FeatureFrame, LookupOfASketchSeesSketchedCurvesOnly) {
+  auto& part = NewPart();
+  const int sketch = AddFeature(949, L"S").id;
+  AddFeature(917, L"S");
+  FeatureInfo info;
+  EXPECT_TRUE(FeatureLookup(bench::Handle(part), L"s", info, true).success);
+  EXPECT_EQ(info.id, sketch);
+  EXPECT_EQ(Refusal(part, L"RIGHT", true),
+            L"Sketched curve feature 'RIGHT' not found. Create/commit it with api_sketch_* first.");
+}
+
+TEST_F(FeatureFrame, LookupThatCannotVisitSaysSo) {
+  auto& part = NewPart();
+  faults().Fail("ProSolidFeatVisit", PRO_TK_BAD_CONTEXT);
+  EXPECT_EQ(Refusal(part, L"RIGHT"), L"Failed to visit features (status=-8).");
+}
+
+TEST_F(FeatureFrame, LookupHintsAtHoles) {
+  auto& part = NewPart();
+  AddFeature(917, L"HOLE 1");
+  AddFeature(917, L"THRU_HOLE");
+  const auto message = [](const std::wstring& hint) {
+    return Format(
+        L"Feature 'X' not found. Hole-like names in model: %s. Use the exact name from api_feature_hole / "
+        L"api_feature_list.",
+        hint);
+  };
+  EXPECT_EQ(EncodeUtf8(Refusal(part, L"X")), EncodeUtf8(message(L"HOLE 1")));
+  const int hole = AddFeature(911, L"").id;
+  AddFeature(911, L"Bore");
+  AddFeature(913, L" hole_rounds");
+  EXPECT_EQ(EncodeUtf8(Refusal(part, L"X")),
+            EncodeUtf8(message(Format(L"HOLE 1, hole_%d, Bore, hole_rounds", hole))));
+}
+
+TEST_F(FeatureFrame, TheHintEndsWithTheNameThatCarriesItTo200Characters) {
+  // With nine names of 18 characters and 2 between each, ten names make 180 and the length of the first: at
+  // 199 one more is taken, at 200 none.
+  const std::pair<std::size_t, int> cases[] = {{19, 11}, {20, 10}};
+  for (const auto& [first_length, names] : cases) {
+    auto& part = NewPart();
+    std::wstring hint;
+    for (int i = 0; i < 12; ++i) {
+      const std::wstring name = std::wstring(L"hole_").append(i == 0 ? first_length - 5 : 13, L'a' + i);
+      AddFeature(917, name);
+      if (i < names) hint += (i > 0 ? L", " : L"") + name;
+    }
+    const std::wstring refusal = Refusal(part, L"X");
+    EXPECT_NE(refusal.find(L"model: " + hint + L". Use"), std::wstring::npos) << EncodeUtf8(refusal);
+  }
+}
+
+TEST_F(FeatureFrame, NewFeaturesAreNumbered) {
+  auto& part = NewPart();
+  const auto name_new = [&] {
+    auto& created = AddFeature(917, L"");
+    const std::wstring name = AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude");
+    EXPECT_EQ(created.name, name);
+    return name;
+  };
+  EXPECT_EQ(name_new(), L"Extrude 1");
+  // The form with an underscore is tried before the next number.
+  EXPECT_EQ(name_new(), L"Extrude_1");
+  AddFeature(913, L"EXTRUDE 2");
+  EXPECT_EQ(name_new(), L"Extrude_2");
+  EXPECT_EQ(name_new(), L"Extrude 3");
+}
+
+TEST_F(FeatureFrame, NamingAsksForEachFormAndRegenerates) {
+  auto& part = NewPart();
+  AddFeature(917, L"Extrude 1");
+  auto& created = AddFeature(917, L"");
+  const auto mark = host().journal.Mark();
+  AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude");
+  EXPECT_THAT(CallsSince(mark),
+              ElementsAre("ProModelitemNameGet", "ProModelitemByNameInit", "ProModelitemByNameInit",
+                          "ProModelitemNameSet", "ProSolidRegenerate"));
+}
+
+TEST_F(FeatureFrame, AFeatureThatTheHostHasNamedKeepsItsName) {
+  auto& part = NewPart();
+  auto& created = AddFeature(913, L" ROUND_7");
+  const auto mark = host().journal.Mark();
+  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), L"Round"), L"ROUND_7");
+  EXPECT_EQ(created.name, L" ROUND_7");
+  EXPECT_THAT(CallsSince(mark), ElementsAre("ProModelitemNameGet"));
+}
+
+TEST_F(FeatureFrame, ANameThatIsRefusedGivesWayToOneWithTheId) {
+  auto& part = NewPart();
+  auto& created = AddFeature(917, L"");
+  const std::wstring fallback = Format(L"Extrude_%d", created.id);
+  faults().Fail("ProModelitemNameSet", PRO_TK_INVALID_NAME);
+  const auto mark = host().journal.Mark();
+  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude"), fallback);
+  EXPECT_EQ(created.name, fallback);
+  EXPECT_THAT(CallsSince(mark, {"ProSolidRegenerate"}), ElementsAre());
+
+  // Refused once more, the answer is the same.
+  created.name.clear();
+  faults().Fail("ProModelitemNameSet", PRO_TK_INVALID_NAME, 1, 2);
+  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude"), fallback);
+  EXPECT_EQ(created.name, L"");
+}
+
+TEST_F(FeatureFrame, WithAllNumbersInUseTheNameHasTheId) {
+  auto& part = NewPart();
+  auto& created = AddFeature(917, L"");
+  // Each of the 9999 numbers has two forms, and all of them are found.
+  faults().NoEffect("ProModelitemByNameInit", 1, 2 * 9999);
+  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude"),
+            Format(L"Extrude_%d", created.id));
+  EXPECT_EQ(created.name, Format(L"Extrude_%d", created.id));
+}
+
+TEST_F(FeatureFrame, NamesAreCutToWhatTheHostTakes) {
+  auto& part = NewPart();
+  auto& created = AddFeature(917, L"");
+  const std::wstring base = L"A base word of forty characters, or more";
+  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), base), base.substr(0, 31));
+}
+
+}  // namespace
+}  // namespace vek::support
