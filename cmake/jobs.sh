@@ -86,9 +86,11 @@ ask_console() {
 
 start_bench() {
   local line
-  coproc BENCH { exec "$root/cmake/start_bench.sh" --serve 2>&1; }
+  coproc BENCH { exec "$root/cmake/start_bench.sh" 2>&1; }
   bench_pid=$BENCH_PID
-  exec {answers}<&"${BENCH[0]}- {console}>&"${BENCH[1]}-
+  # Copies of the coprocess's ends, so that its console is closed when ours is.
+  exec {answers}<&"${BENCH[0]}" {console}>&"${BENCH[1]}"
+  eval "exec ${BENCH[1]}>&-"
   while IFS= read -r -t 120 line <&"$answers"; do
     case "$line" in
       *ready*) break ;;

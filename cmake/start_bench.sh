@@ -5,7 +5,7 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 home=$(realpath -m "${VEK_BENCH_HOME:-$root/build/bench}")
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }
-exec "$root/cmake/wine.sh" "$root/build/windows/bin/creobench.exe" \
+exec "$root/cmake/wine.sh" "$root/build/windows/bench/host/creobench.exe" \
   --addin "$(windows_path "${VEK_BENCH_ADDIN:-$home/addin/VekCreoAddin.dll}")" \
   --kernel "${VEK_BENCH_KERNEL:-$root/build/native/bench/kernel/creokernel}" \
   --work "$(windows_path "${VEK_BENCH_WORK:-$home/work}")" "$@"

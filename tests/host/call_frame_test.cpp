@@ -20,7 +20,9 @@ using testing::IsEmpty;
 class CallFrameTest : public support::BenchTest {};
 
 ProError ThrowingCall() {
-  HOST_CALL(7) { throw std::runtime_error("no room left"); };
+  HOST_CALL(7) {
+    throw std::runtime_error("no room left");
+  };
 }
 
 TEST_F(CallFrameTest, ACallIsWrittenDownWithItsArgumentsAndStatus) {

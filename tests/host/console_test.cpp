@@ -35,9 +35,9 @@ TEST_F(ConsoleTest, EveryAnswerEndsWithOkOrAnError) {
 
 TEST_F(ConsoleTest, HelpListsTheCommands) {
   const auto help = Run("help");
-  for (const char* command : {"help:", "models:", "tree:", "journal [N]:", "faces:", "units mm|inch|m:",
-                              "fault CALL STATUS|noeffect [NTH[-MTH]]:", "delay CALL MS:", "ledger:", "pause:",
-                              "resume:", "quit:"})
+  for (const char* command :
+       {"help:", "models:", "tree:", "journal [N]:", "faces:", "units mm|inch|m:",
+        "fault CALL STATUS|noeffect [NTH[-MTH]]:", "delay CALL MS:", "ledger:", "pause:", "resume:", "quit:"})
     EXPECT_THAT(help, Contains(StartsWith(command)));
 }
 
@@ -53,9 +53,10 @@ TEST_F(ConsoleTest, ModelsTellsWindowStateVolumeAndSize) {
   NewAssembly(L"FRAME").modified = false;
   const int window = *host().windows.WindowOf(part);
   // From -1 to 1, from 0 to 10, from 2.5 to 3.
-  EXPECT_THAT(Run("models"), ElementsAre("part BOLT, window " + std::to_string(window) +
-                                             ", current, modified, volume 12345678.9 mm³, size 2 x 10 x 0.5 mm",
-                                         "assembly FRAME", "ok"));
+  EXPECT_THAT(Run("models"),
+              ElementsAre("part BOLT, window " + std::to_string(window) +
+                              ", current, modified, volume 12345678.9 mm³, size 2 x 10 x 0.5 mm",
+                          "assembly FRAME", "ok"));
 }
 
 TEST_F(ConsoleTest, TreeTellsIdTypeNameAndState) {

@@ -64,7 +64,8 @@ TEST_F(FileNamesTest, PathsWithoutANameOrWithoutRoomAreRefused) {
     support::MdlNameBuffer name;
     support::Buffer<PRO_EXTENSION_SIZE> extension;
     int version = 0;
-    EXPECT_EQ(ProFileMdlnameParse(path, directory, name, extension, &version), each.status) << ToUtf8(each.path);
+    EXPECT_EQ(ProFileMdlnameParse(path, directory, name, extension, &version), each.status)
+        << ToUtf8(each.path);
   }
 }
 

@@ -50,8 +50,10 @@ TEST_F(LedgerTest, EachMisuseIsAViolationInTheNameOfItsCall) {
   EXPECT_FALSE(ledger.TakeBack(&first, HandleKind::kArray, "FreeAgain"));
   EXPECT_FALSE(ledger.Check(&first, HandleKind::kArray, "UseFreed"));
   EXPECT_THAT(ledger.Violations(),
-              ElementsAre("FreeElement frees one of kind array as element", "UseReference uses one of kind array as reference",
-                          "FreeForeign frees a foreign pointer as array", "UseForeign uses a foreign pointer as array",
+              ElementsAre("FreeElement frees one of kind array as element",
+                          "UseReference uses one of kind array as reference",
+                          "FreeForeign frees a foreign pointer as array",
+                          "UseForeign uses a foreign pointer as array",
                           "FreeAgain frees an already freed array", "UseFreed uses a freed handle as array"));
 }
 

@@ -105,6 +105,21 @@ TEST_F(ModelFilesTest, AFileThatMakesNoSenseIsRefusedWithAComplaint) {
   EXPECT_TRUE(host().session.All().empty());
 }
 
+TEST_F(ModelFilesTest, AModelWhoseGeometryCantBeMadeAgainComesIntoSessionWithItsRecipes) {
+  Model part;
+  part.features.push_back(std::make_unique<Feature>());
+  part.features[0]->id = part.next_id++;
+  part.features[0]->type = 917;
+  part.features[0]->tree = std::make_unique<ElementNode>();
+  part.features[0]->tree->id = 386;
+  WriteFile(L"bolt.prt.1", ModelToText(part));
+  Model* const retrieved = Retrieve(L"BOLT");
+  ASSERT_NE(retrieved, nullptr);
+  EXPECT_EQ(retrieved->features[0]->tree->id, 386);
+  EXPECT_FALSE(retrieved->modified);
+  EXPECT_TRUE(Complained("the geometry of BOLT could not be made again"));
+}
+
 TEST_F(ModelFilesTest, AnAssemblyUnderThePartsExtensionIsRefused) {
   Model assembly;
   assembly.type = PRO_MDL_ASSEMBLY;

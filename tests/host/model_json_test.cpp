@@ -26,7 +26,8 @@ std::unique_ptr<Model> PartWithFeatures() {
   sketch->section->name = L"S1";
   sketch->section->next_id = 7;
   sketch->section->entities[2] = {.type = PRO_2D_SPLINE, .points = {{1, 2}, {3, 4.5}}, .construction = true};
-  sketch->section->entities[6] = {.type = PRO_2D_ARC, .first = {1, 2}, .radius = 3, .start_angle = 0.5, .end_angle = 2, .points = {}};
+  sketch->section->entities[6] = {
+      .type = PRO_2D_ARC, .first = {1, 2}, .radius = 3, .start_angle = 0.5, .end_angle = 2, .points = {}};
   sketch->tree = std::make_unique<ElementNode>();
   sketch->tree->id = 386;
   const auto add = [&](int id, ElementNode::Value value) {

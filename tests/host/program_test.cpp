@@ -43,7 +43,9 @@ TEST_F(ProgramTest, AWorkingDirectoryThatCantBeEnteredIsToldBeforeTheAddinLoads)
 TEST_F(ProgramTest, AnAddinThatCantBeLoadedIsStatusTwo) {
   EXPECT_EQ(Run({L"--addin", PathOf(L"missing.dll"), L"--kernel", L"k", L"--work", directory()}), 2);
   EXPECT_THAT(said, HasSubstr("missing.dll can't be loaded"));
-  EXPECT_EQ(Run({L"--addin", L"C:\\windows\\system32\\kernel32.dll", L"--kernel", L"k", L"--work", directory()}), 2);
+  EXPECT_EQ(
+      Run({L"--addin", L"C:\\windows\\system32\\kernel32.dll", L"--kernel", L"k", L"--work", directory()}),
+      2);
   EXPECT_THAT(said, HasSubstr("the add-in has no entry point user_initialize_plus"));
 }
 

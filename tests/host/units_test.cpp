@@ -28,8 +28,8 @@ TEST_F(UnitsTest, OneUnitIsAsManyOfAnother) {
     const wchar_t* from;
     const wchar_t* to;
     double scale;
-  } cases[] = {{L"mm", L"mm", 1},          {L"mm", L"in", 1 / 25.4},  {L"inch", L"mm", 25.4},
-               {L"mm", L"m", 0.001},       {L"ft", L"inch", 12},      {L"cm", L"mm", 10},
+  } cases[] = {{L"mm", L"mm", 1},           {L"mm", L"in", 1 / 25.4}, {L"inch", L"mm", 25.4},
+               {L"mm", L"m", 0.001},        {L"ft", L"inch", 12},     {L"cm", L"mm", 10},
                {L"m", L"ft", 1000 / 304.8}, {L"in", L"inch", 1}};
   for (const auto& each : cases) {
     ProUnititem from = Unit(each.from);

@@ -45,8 +45,8 @@ class VisitsTest : public support::BenchTest {
       part->features.push_back(std::make_unique<Feature>());
       part->features.back()->id = id;
     }
-    part->features[0]->items = {{PRO_SURFACE, 30, "c"}, {PRO_CURVE, 12, "x"}, {PRO_SURFACE, 20, "a"},
-                                {PRO_SURFACE, 25, "b", false}};
+    part->features[0]->items = {
+        {PRO_SURFACE, 30, "c"}, {PRO_CURVE, 12, "x"}, {PRO_SURFACE, 20, "a"}, {PRO_SURFACE, 25, "b", false}};
   }
   ProError VisitFeatures(ProFeatureFilterAction filter = nullptr) {
     return ProSolidFeatVisit(SolidHandle(*part), Act, filter, &visitor);

@@ -1,5 +1,5 @@
-// The ground on which the bench host itself is tested: an empty session, an empty working directory of the test's own,
-// and at the end nothing outstanding but private sections and no violation.
+// The ground on which the bench host itself is tested: an empty session, an empty working directory of the
+// test's own, and at the end nothing outstanding but private sections and no violation.
 #pragma once
 
 #include <ProMdl.h>

@@ -1,0 +1,48 @@
+// What the end-to-end suites share: a bench of their own, and requests to it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "tests/endtoend/bench_process.h"
+#include "tests/support/raw_connection.h"
+
+namespace vek::endtoend {
+
+inline constexpr int kPort = 4001;
+
+struct Answer {
+  int status = 0;    // 0 when the connection closed without an answer
+  std::string head;  // status line and headers
+  std::string body;
+};
+
+// Takes an answer apart.
+Answer ParseAnswer(const std::string& bytes);
+
+// One request with a body and its length, and the answer to it.
+Answer Request(const std::string& method, const std::string& path, const std::string& body = {},
+               std::chrono::milliseconds limit = std::chrono::seconds(20));
+Answer Execute(const std::string& operations);
+
+// A request as bytes.
+std::string RequestText(const std::string& method, const std::string& path, const std::string& body);
+
+// One bench for all tests of a suite. After each test, the console's ledger must be clean.
+class BenchTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite();
+  static void TearDownTestSuite();
+  void TearDown() override;
+
+  static BenchProcess& Bench() { return *bench_; }
+
+ private:
+  static std::unique_ptr<BenchProcess> bench_;
+};
+
+}  // namespace vek::endtoend

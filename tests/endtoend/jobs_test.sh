@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# ./run with jobs: the sample twice in a row, a job with a failing step, and jobs with mistakes in them.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+export VEK_SKIP_BUILD=1
+
+complain() {
+  echo "$*" >&2
+  cat "$scratch/said" >&2
+  exit 1
+}
+run() { "$root/run" "$@" >"$scratch/said" 2>&1; }
+
+for attempt in first second; do
+  run || complain "the sample fails the $attempt time"
+  grep -q 'BRACKET' "$scratch/said" || complain "the sample's part is not among the models"
+  head -c 13 "$root/out/bracket.stp" | grep -q '^ISO-10303-21;' || complain "no STEP file came of the sample"
+  [ -s "$root/out/bracket.prt.1" ] || complain "the sample's part was not saved"
+done
+
+echo '[["api_document_new_part", {}], ["api_sketch_create", {"plane": "NOWHERE"}], ["api_feature_list", {}]]' \
+  >"$scratch/failing.json"
+run "$scratch/failing.json" && complain "a failing step goes unnoticed"
+grep -q "Datum plane 'NOWHERE' not found in the active part." "$scratch/said" || complain "the message is lost"
+grep -q 'Found 4 features.' "$scratch/said" || complain "the step behind the failing one did not run"
+
+echo '[["api_document_info", {}], ["api_feature_list"]]' >"$scratch/half.json"
+run "$scratch/half.json" && complain "half a step is taken for a step"
+grep -q 'half.json is not a job: step 2 is not' "$scratch/said" || complain "the mistake is not named"
+
+echo '[["api_document_info", {}' >"$scratch/broken.json"
+run "$scratch/broken.json" && complain "a broken file is taken for a job"
+grep -q 'broken.json is not JSON' "$scratch/said" || complain "the broken file is not named"
+exit 0

@@ -1,0 +1,153 @@
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+
+#include "tests/kernel/recipes.h"
+
+extern char** environ;
+
+namespace bench::kernel::testing {
+namespace {
+
+pid_t Start(const std::string& argument) {
+  std::string program = KERNEL_PROGRAM, copy = argument;
+  char* const arguments[] = {program.data(), copy.data(), nullptr};
+  pid_t process = 0;
+  EXPECT_EQ(posix_spawn(&process, KERNEL_PROGRAM, nullptr, nullptr, arguments, environ), 0);
+  return process;
+}
+
+// The exit code of a process that ends within some seconds, else -1 after it was killed.
+int ExitCode(pid_t process) {
+  int status = 0;
+  for (int tries = 0; tries < 1000; ++tries) {
+    if (waitpid(process, &status, WNOHANG) == process) return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  kill(process, SIGKILL);
+  waitpid(process, &status, 0);
+  return -1;
+}
+
+// The host's end of the wire.
+class Host {
+ public:
+  Host() : listener_(socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    EXPECT_EQ(bind(listener_, reinterpret_cast<sockaddr*>(&address), size), 0);
+    EXPECT_EQ(listen(listener_, 1), 0);
+    EXPECT_EQ(getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    kernel_ = Start(std::to_string(ntohs(address.sin_port)));
+    connection_ = accept(listener_, nullptr, nullptr);
+  }
+  ~Host() {
+    Close();
+    close(listener_);
+  }
+
+  void Send(const std::string& bytes) {
+    EXPECT_EQ(send(connection_, bytes.data(), bytes.size(), 0), static_cast<ssize_t>(bytes.size()));
+  }
+
+  json Receive() {
+    std::size_t end = 0;
+    while ((end = received_.find('\n')) == std::string::npos) {
+      char chunk[4096];
+      const ssize_t count = recv(connection_, chunk, sizeof chunk, 0);
+      if (count <= 0) return nullptr;
+      received_.append(chunk, static_cast<std::size_t>(count));
+    }
+    const json answer = json::parse(received_.substr(0, end));
+    received_.erase(0, end + 1);
+    return answer;
+  }
+
+  // Closes the connection and gives the kernel's exit code.
+  int Close() {
+    if (connection_ < 0) return -1;
+    close(connection_);
+    connection_ = -1;
+    return ExitCode(kernel_);
+  }
+
+ private:
+  int listener_ = -1;
+  int connection_ = -1;
+  pid_t kernel_ = 0;
+  std::string received_;
+};
+
+std::string Request(int id, const Recipes& recipes) {
+  return json{{"id", id}, {"do", "regenerate"}, {"recipes", recipes}}.dump() + "\n";
+}
+
+TEST(Process, AnswersLinesAndEndsWithTheConnection) {
+  Host host;
+  host.Send(Request(1, {Extrude(1, Front(), Rectangle(1, 0, 0, 2, 3))}));
+  const json answer = host.Receive();
+  EXPECT_EQ(answer["id"], 1);
+  ExpectClose(Volume(answer["ok"]), 60);
+  EXPECT_EQ(host.Close(), 0);
+}
+
+TEST(Process, AnswersInOrderHoweverTheLinesArrive) {
+  Host host;
+  const std::string both = Request(1, {}) + "\r\n" + Request(2, {Extrude(1, Front(), {Circle(1, 0, 0, 1)})});
+  const std::size_t half = both.size() / 2;
+  host.Send(both.substr(0, half));
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  host.Send(both.substr(half) + Request(3, {}));
+  for (int id = 1; id <= 3; ++id) EXPECT_EQ(host.Receive()["id"], id);
+  EXPECT_EQ(host.Close(), 0);
+}
+
+TEST(Process, GoesOnAfterARequestThatMakesNoSense) {
+  Host host;
+  host.Send("nonsense\n" + Request(5, {}));
+  EXPECT_TRUE(host.Receive().contains("error"));
+  EXPECT_EQ(host.Receive()["id"], 5);
+}
+
+TEST(Process, TakesAndGivesLongLines) {
+  Corners corners;
+  for (int i = 0; i < 2000; ++i) corners.push_back({i % 2 ? 1.0 * i : i - 0.5, i % 2 ? 10 : 0});
+  corners.push_back({2000, -5});
+  corners.push_back({-5, -5});
+  Host host;
+  const std::string request = Request(1, {SketchRecipe(1, Front(), Polygon(1, corners))});
+  EXPECT_GT(request.size(), 65536u);
+  host.Send(request);
+  EXPECT_EQ(host.Receive()["ok"]["curves"].size(), 2002u);
+}
+
+TEST(Process, SaysHowItIsCalled) {
+  for (const char* port : {"", "many", "0", "70000", "12x"}) EXPECT_EQ(ExitCode(Start(port)), 2) << port;
+}
+
+TEST(Process, EndsWhenNobodyListens) {
+  // A port that was free a moment ago.
+  const int probe = socket(AF_INET, SOCK_STREAM, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t size = sizeof address;
+  ASSERT_EQ(bind(probe, reinterpret_cast<sockaddr*>(&address), size), 0);
+  ASSERT_EQ(getsockname(probe, reinterpret_cast<sockaddr*>(&address), &size), 0);
+  close(probe);
+  EXPECT_EQ(ExitCode(Start(std::to_string(ntohs(address.sin_port)))), 1);
+}
+
+}  // namespace
+}  // namespace bench::kernel::testing
