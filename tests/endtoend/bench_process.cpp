@@ -61,7 +61,7 @@ BenchProcess::BenchProcess(const std::map<std::string, std::string>& environment
     setenv("VEK_ENDTOEND", std::to_string(getppid()).c_str(), 1);
     for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
     const std::string script = std::string(VEK_SOURCE_DIR) + "/cmake/start_bench.sh";
-    execl(script.c_str(), script.c_str(), "--serve", nullptr);
+    execl(script.c_str(), script.c_str(), nullptr);
     _exit(127);
   }
   close(input[0]);

@@ -30,18 +30,24 @@ class Modelling : public BenchTest {
   }
 
   // Sketch names are unique over the whole session.
-  std::string Sketch() const {
-    return std::string("S_") + testing::UnitTest::GetInstance()->current_test_info()->name();
-  }
+  const std::string& Sketch() const { return sketch_; }
 
   std::string CurrentModelLine() {
     for (const std::string& line : Bench().Console("models"))
       if (line.find(", current") != std::string::npos) return line;
     return "no current model";
   }
+
+ private:
+  static int sketches_;
+  const std::string sketch_ = "S" + std::to_string(++sketches_);
 };
 
-#define EXPECT_HOLDS(text, part) EXPECT_NE((text).find(part), std::string::npos) << (text)
+int Modelling::sketches_ = 0;
+
+void ExpectHolds(const std::string& text, const std::string& part) {
+  EXPECT_NE(text.find(part), std::string::npos) << "no " << part << "\nin " << text;
+}
 
 // The kernel processes of the bench that belongs to this test program.
 std::vector<pid_t> KernelProcesses() {
@@ -60,8 +66,8 @@ std::vector<pid_t> KernelProcesses() {
 
 TEST_F(Modelling, APostedBatchBecomesASolid) {
   MakeBlock();
-  EXPECT_HOLDS(CurrentModelLine(), "volume 8000 mm");
-  EXPECT_HOLDS(CurrentModelLine(), "size 40 x 20 x 10 mm");
+  ExpectHolds(CurrentModelLine(), "volume 8000 mm");
+  ExpectHolds(CurrentModelLine(), "size 40 x 20 x 10 mm");
   EXPECT_EQ(Bench().Console("faces").size(), 6u);
 }
 
@@ -71,14 +77,14 @@ TEST_F(Modelling, APartThatWasSavedErasedAndOpenedIsTheSame) {
   const auto faces = Bench().Console("faces");
   const std::string path = "O:\\\\endtoend_saved.prt";
   std::filesystem::remove(std::string(VEK_SOURCE_DIR) + "/out/endtoend_saved.prt.1");
-  EXPECT_HOLDS(Execute(R"({"api_document_save_as":{"file_path":")" + path + R"("}})").body,
-               "\"success\":true");
-  EXPECT_HOLDS(Execute(R"({"api_document_close":{"name_or_path":"ENDTOEND_SAVED"}})").body,
-               "\"success\":true");
+  ExpectHolds(Execute(R"({"api_document_save_as":{"file_path":")" + path + R"("}})").body,
+              "\"success\":true");
+  ExpectHolds(Execute(R"({"api_document_close":{"name_or_path":"ENDTOEND_SAVED"}})").body,
+              "\"success\":true");
   EXPECT_EQ(CurrentModelLine().find("ENDTOEND_SAVED"), std::string::npos);
-  EXPECT_HOLDS(Execute(R"({"api_document_open":{"file_path":"O:\\endtoend_saved.prt.1"}})").body,
-               "Document 'ENDTOEND_SAVED' opened and activated.");
-  EXPECT_HOLDS(CurrentModelLine(), "volume 8000 mm");
+  ExpectHolds(Execute(R"({"api_document_open":{"file_path":"O:\\endtoend_saved.prt.1"}})").body,
+              "Document 'ENDTOEND_SAVED' opened and activated.");
+  ExpectHolds(CurrentModelLine(), "volume 8000 mm");
   EXPECT_EQ(Bench().Console("tree"), tree);
   EXPECT_EQ(Bench().Console("faces"), faces);
 }
@@ -89,8 +95,8 @@ TEST_F(Modelling, NothingOfABatchRunsBehindAClose) {
   const std::string name = line.substr(5, line.find(',') - 5);
   const std::string body =
       Execute(R"({"api_document_close":{"name_or_path":")" + name + R"("},"api_document_new_part":{}})").body;
-  EXPECT_HOLDS(body, "\"api_document_close\":{\"success\":true");
-  EXPECT_HOLDS(body, "Skipped: api_document_close must be the last operation in a batch.");
+  ExpectHolds(body, "\"api_document_close\":{\"success\":true");
+  ExpectHolds(body, "Skipped: api_document_close must be the last operation in a batch.");
 }
 
 TEST_F(Modelling, AKernelThatDiesIsStartedAgain) {
@@ -106,32 +112,32 @@ TEST_F(Modelling, AKernelThatDiesIsStartedAgain) {
       "api_feature_extrude":{"sketch_name":"AFTER","distance_mm":1,"extent_type":"last","operation":"cut"}})");
   EXPECT_EQ(answer.body.find("\"success\":false"), std::string::npos) << answer.body;
   // 8000 - π·2²·20 = 7748.672588
-  EXPECT_HOLDS(CurrentModelLine(), "volume 7748.6725");
+  ExpectHolds(CurrentModelLine(), "volume 7748.6725");
 }
 
 TEST_F(Modelling, WhatTheToolkitRefusesIsToldAndTheNextRequestWorks) {
   MakeBlock();
   Bench().Console("fault ProFeatureSketchedWithOptionsCreate -1");
-  EXPECT_HOLDS(
+  ExpectHolds(
       Execute(R"({"api_feature_extrude":{"sketch_name":")" + Sketch() + R"(","distance_mm":30}})").body,
       "Creo could not create the feature from sketch '" + Sketch() + "' (status=-1, errors=0).");
-  EXPECT_HOLDS(
+  ExpectHolds(
       Execute(R"({"api_feature_extrude":{"sketch_name":")" + Sketch() + R"(","distance_mm":30}})").body,
       "\"success\":true");
-  EXPECT_HOLDS(CurrentModelLine(), "size 40 x 20 x 30 mm");
+  ExpectHolds(CurrentModelLine(), "size 40 x 20 x 30 mm");
 }
 
 TEST_F(Modelling, APartInInchesHasTheSameMillimetres) {
   EXPECT_EQ(Execute(R"({"api_document_new_part":{}})").status, 200);
   Bench().Console("units inch");
-  EXPECT_HOLDS(Execute(R"({"api_sketch_create":{"name":"INCHES","plane":"XY"},
+  ExpectHolds(Execute(R"({"api_sketch_create":{"name":"INCHES","plane":"XY"},
       "api_sketch_circle_center_radius":{"sketch_name":"INCHES","radius":12.7},
       "api_feature_extrude":{"sketch_name":"INCHES","distance_mm":50.8}})")
-                   .body,
-               "Extrusion 'Extrude 1' created from 'INCHES'.");
+                  .body,
+              "Extrusion 'Extrude 1' created from 'INCHES'.");
   // π·12.7²·50.8 = 25740.7…
-  EXPECT_HOLDS(CurrentModelLine(), "volume 25740.7");
-  EXPECT_HOLDS(CurrentModelLine(), "size 25.4 x 25.4 x 50.8 mm");
+  ExpectHolds(CurrentModelLine(), "volume 25740.7");
+  ExpectHolds(CurrentModelLine(), "size 25.4 x 25.4 x 50.8 mm");
 }
 
 TEST_F(Modelling, ExportsOpenAsWhatTheyAreCalled) {
@@ -140,21 +146,21 @@ TEST_F(Modelling, ExportsOpenAsWhatTheyAreCalled) {
   for (const char* file : {"endtoend.stp", "endtoend.igs", "endtoend.stl"})
     std::filesystem::remove(out + file);
   for (const char* format : {"STEP", "IGES", "STL"})
-    EXPECT_HOLDS(Execute(R"({"api_export_file":{"output_path":"O:\\endtoend","format":")" +
-                         std::string(format) + "\"}}")
-                     .body,
-                 "\"success\":true");
+    ExpectHolds(Execute(R"({"api_export_file":{"output_path":"O:\\endtoend","format":")" +
+                        std::string(format) + "\"}}")
+                    .body,
+                "\"success\":true");
   std::ifstream step(out + "endtoend.stp");
   std::string first;
   std::getline(step, first);
-  EXPECT_HOLDS(first, "ISO-10303-21;");
+  ExpectHolds(first, "ISO-10303-21;");
   EXPECT_GT(std::filesystem::file_size(out + "endtoend.igs"), 1000u);
   // A block is twelve triangles: 80 bytes of header, 4 of count, 50 for each.
   EXPECT_EQ(std::filesystem::file_size(out + "endtoend.stl"), 84u + 12u * 50u);
-  EXPECT_HOLDS(Execute(R"({"api_export_file":{"output_path":"O:\\endtoend.stp"}})").body,
-               R"(File already exists: 'O:\\endtoend.stp'. Choose another path (overwrite is not allowed).)");
-  EXPECT_HOLDS(Execute(R"({"api_export_file":{"output_path":"O:\\endtoend.sat","format":"SAT"}})").body,
-               "Failed to export active model as SAT (status=");
+  ExpectHolds(Execute(R"({"api_export_file":{"output_path":"O:\\endtoend.stp"}})").body,
+              R"(File already exists: 'O:\\endtoend.stp'. Choose another path (overwrite is not allowed).)");
+  ExpectHolds(Execute(R"({"api_export_file":{"output_path":"O:\\endtoend.sat","format":"SAT"}})").body,
+              "Failed to export active model as SAT (status=");
 }
 
 }  // namespace
