@@ -13,6 +13,6 @@ for import in $imports; do
 done
 grep -q creobench.dll <<<"$imports" || { echo "the toolkit is not among the imports" >&2 && exit 1; }
 
-exports=$(sed -n 's/^.*+base\[ *[0-9]*\] *[0-9a-f]* *\([A-Za-z_][A-Za-z0-9_]*\)$/\1/p' <<<"$listing" | sort | tr '\n' ' ')
+exports=$(sed -n 's/^\s*\[ *[0-9]*\] \([A-Za-z_]\w*\)$/\1/p' <<<"$listing" | sort | tr '\n' ' ')
 [ "$exports" = "user_initialize_plus user_terminate_plus " ] ||
   { echo "the exports are: $exports" >&2 && exit 1; }

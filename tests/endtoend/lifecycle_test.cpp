@@ -48,6 +48,11 @@ class Lifecycle : public testing::Test {
     return calls;
   }
 
+  // The update check runs on its own; what comes behind it can be ordered only once it has been noted.
+  void AwaitUpdateCheck() const {
+    for (int i = 0; i < 500 && HelperCalls().empty(); ++i) std::this_thread::sleep_for(20ms);
+  }
+
   fs::path folder_;
 };
 
@@ -55,6 +60,7 @@ TEST_F(Lifecycle, StartsAndStopsInItsOrder) {
   {
     BenchProcess bench(Environment());
     EXPECT_EQ(Request("GET", "/health").status, 200);
+    AwaitUpdateCheck();
     EXPECT_EQ(bench.Quit(), 0);
   }
   // The server thread speaks for itself, at times that nobody fixes.
@@ -116,6 +122,7 @@ TEST_F(Lifecycle, WithThePortTakenTheAddinStaysWithoutItsServer) {
   ASSERT_EQ(listen(taken, 1), 0);
   {
     BenchProcess bench(Environment());
+    AwaitUpdateCheck();
     EXPECT_TRUE(bench.Console("ledger").empty());
   }
   close(taken);
