@@ -10,7 +10,8 @@ namespace bench {
 // The library or one of its entry points is missing, or the add-in refused to start.
 class AddinFailure : public std::runtime_error {
  public:
-  AddinFailure(const std::string& what, int exit_status) : std::runtime_error(what), exit_status(exit_status) {}
+  AddinFailure(const std::string& what, int exit_status)
+      : std::runtime_error(what), exit_status(exit_status) {}
   int exit_status;
 };
 
@@ -19,7 +20,8 @@ class AddinLibrary {
   // Throws AddinFailure when the library can't be loaded or lacks an entry point.
   explicit AddinLibrary(const std::wstring& path);
 
-  // Calls the entry points, on the calling thread. Start throws AddinFailure when the add-in answers other than 0.
+  // Calls the entry points, on the calling thread. Start throws AddinFailure when the add-in answers other
+  // than 0.
   void Start();
   void Stop();
 

@@ -23,7 +23,8 @@ std::vector<std::string>& CallsInProgress() {
 
 std::string Hexadecimal(const void* pointer) {
   char text[24];
-  std::snprintf(text, sizeof text, "0x%llx", static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(pointer)));
+  std::snprintf(text, sizeof text, "0x%llx",
+                static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(pointer)));
   return text;
 }
 

@@ -30,7 +30,8 @@ int ReadCount(const std::string& text, const char* what) {
 // A misspelt call would never be met, and its script wait for good.
 void RequireCall(const std::string& name) {
   HMODULE module = nullptr;
-  constexpr DWORD kByAddress = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+  constexpr DWORD kByAddress =
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
   GetModuleHandleExW(kByAddress, reinterpret_cast<const wchar_t*>(&TheHost), &module);
   if (!name.starts_with("Pro") || !GetProcAddress(module, name.c_str()))
     throw ConsoleError("there is no call " + name);
@@ -47,14 +48,17 @@ void ShowJournal(ConsoleWords arguments, const ConsoleSay& say) {
   std::vector<Line> lines;
   for (JournalEntry& entry : TheHost().journal.Last(Journal::kCapacity)) {
     const bool repeats = !lines.empty() && lines.back().entry.name == entry.name &&
-                         lines.back().entry.arguments == entry.arguments && lines.back().entry.status == entry.status;
-    if (repeats) ++lines.back().times;
-    else lines.push_back({std::move(entry), 1});
+                         lines.back().entry.arguments == entry.arguments &&
+                         lines.back().entry.status == entry.status;
+    if (repeats)
+      ++lines.back().times;
+    else
+      lines.push_back({std::move(entry), 1});
   }
   for (std::size_t i = lines.size() - std::min(wanted, lines.size()); i < lines.size(); ++i) {
     const auto& [entry, times] = lines[i];
-    say(std::to_string(entry.number) + " " + entry.name + "(" + entry.arguments + ") = " +
-        std::to_string(entry.status) + (times > 1 ? ", " + std::to_string(times) + " times" : ""));
+    say(std::to_string(entry.number) + " " + entry.name + "(" + entry.arguments +
+        ") = " + std::to_string(entry.status) + (times > 1 ? ", " + std::to_string(times) + " times" : ""));
   }
 }
 

@@ -18,7 +18,8 @@ constexpr int kDigitsShown = 9;
 
 std::string Show(double number) {
   char text[40];
-  const auto end = std::to_chars(text, text + sizeof text, number, std::chars_format::general, kDigitsShown).ptr;
+  const auto end =
+      std::to_chars(text, text + sizeof text, number, std::chars_format::general, kDigitsShown).ptr;
   return {text, end};
 }
 
@@ -95,7 +96,8 @@ void SetUnits(ConsoleWords arguments, const ConsoleSay&) {
   // The numbers stay as they are, so the geometry they stand for grows or shrinks.
   if (const ProError status = model.type == PRO_MDL_PART ? Regenerate(model) : PRO_TK_NO_ERROR) {
     model.length_unit = before;
-    throw ConsoleError("the model does not regenerate in these units (status " + std::to_string(status) + ")");
+    throw ConsoleError("the model does not regenerate in these units (status " + std::to_string(status) +
+                       ")");
   }
   model.modified = true;
 }
@@ -104,7 +106,8 @@ constexpr ConsoleCommand kModelCommands[] = {
     {"models", "the models in session, with their windows, and the solids' volume and size", ShowModels},
     {"tree", "the features of the current model: id, type, name, state", ShowTree},
     {"faces", "the faces of the current model: id, surface type, area, a point, the feature's id", ShowFaces},
-    {"units mm|inch|m", "gives the current model that unit system; its numbers stay as they are", SetUnits, 1, 1},
+    {"units mm|inch|m", "gives the current model that unit system; its numbers stay as they are", SetUnits, 1,
+     1},
 };
 
 }  // namespace

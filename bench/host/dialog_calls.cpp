@@ -17,8 +17,10 @@ std::string OnOneLine(std::wstring_view text) {
   std::string line;
   for (const char c : ToUtf8(text)) {
     if (c == '\r') continue;
-    if (c == '\n') line += "\\n";
-    else line += c;
+    if (c == '\n')
+      line += "\\n";
+    else
+      line += c;
   }
   return line;
 }

@@ -16,8 +16,9 @@ struct FileNameParts {
   int version = -1;        // -1: none
 };
 
-// Takes a path apart; slashes and backslashes both separate. Of several numbers at the end the last is the version
-// and the others are dropped. Nothing for a path without a name, or with a version that no integer holds.
+// Takes a path apart; slashes and backslashes both separate. Of several numbers at the end the last is the
+// version and the others are dropped. Nothing for a path without a name, or with a version that no integer
+// holds.
 std::optional<FileNameParts> ParseFileName(std::wstring_view path);
 
 // "prt", "asm" or "drw".

@@ -25,8 +25,8 @@ struct Host {
   Announcements announcements;
   KernelClient kernel;
 
-  // An empty session with nothing given out, nothing scripted and nothing recorded; the thread that calls it is the
-  // main one from now on. The working directory and the kernel stay as they are.
+  // An empty session with nothing given out, nothing scripted and nothing recorded; the thread that calls it
+  // is the main one from now on. The working directory and the kernel stay as they are.
   void Reset();
 
   // The model of the active window, or null.

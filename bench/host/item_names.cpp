@@ -58,7 +58,8 @@ bool IsNameTaken(const Model& model, ProType type, int id, std::wstring_view nam
       continue;
     }
     for (const GeometryItem& item : feature->items)
-      if (item.type == type && item.id != id && item.alive && EqualsIgnoringCase(item.name, name)) return true;
+      if (item.type == type && item.id != id && item.alive && EqualsIgnoringCase(item.name, name))
+        return true;
   }
   return false;
 }

@@ -39,7 +39,8 @@ class Ledger {
   // Whether the handle is alive with that kind; a violation in the name of `call` when it is not.
   bool Check(const void* handle, HandleKind kind, const std::string& call);
 
-  // Records what a caller did wrong. It may be called from any thread: a call from a wrong one is a violation.
+  // Records what a caller did wrong. It may be called from any thread: a call from a wrong one is a
+  // violation.
   void Violation(const std::string& call, const std::string& what);
 
   // What was never freed, by kind; private sections are not counted.

@@ -34,7 +34,8 @@ ProError ProMdlMdlnameGet(ProMdl model, ProMdlName name) {
     Model* found = nullptr;
     if (!name) return PRO_TK_BAD_INPUTS;
     if (const ProError status = Resolve(model, found)) return status;
-    return CopyOut(found->name, *reinterpret_cast<ProMdlName*>(name)) ? PRO_TK_NO_ERROR : PRO_TK_LINE_TOO_LONG;
+    return CopyOut(found->name, *reinterpret_cast<ProMdlName*>(name)) ? PRO_TK_NO_ERROR
+                                                                      : PRO_TK_LINE_TOO_LONG;
   };
 }
 

@@ -61,8 +61,10 @@ Json TreeToJson(const ElementNode& node, const Feature& feature, const Model& mo
                           json["references"] = ReferencesToJson(value, model);
                         },
                         [&](const std::shared_ptr<SectionData>& value) {
-                          if (value && value == feature.section) json["own_section"] = true;
-                          else if (value) json["section"] = SectionToJson(*value);
+                          if (value && value == feature.section)
+                            json["own_section"] = true;
+                          else if (value)
+                            json["section"] = SectionToJson(*value);
                         }},
              node.value);
   if (!node.children.empty()) {
@@ -102,9 +104,10 @@ Json FeatureToJson(const Feature& feature, const Model& model) {
           {"status", static_cast<int>(feature.status)},
           {"incomplete", feature.incomplete},
           {"parents", feature.parents},
-          {"plane", {{"origin", VectorToJson(feature.plane.origin)},
-                     {"x", VectorToJson(feature.plane.x)},
-                     {"y", VectorToJson(feature.plane.y)}}},
+          {"plane",
+           {{"origin", VectorToJson(feature.plane.origin)},
+            {"x", VectorToJson(feature.plane.x)},
+            {"y", VectorToJson(feature.plane.y)}}},
           {"section", feature.section ? SectionToJson(*feature.section) : Json()},
           {"tree", feature.tree ? TreeToJson(*feature.tree, feature, model) : Json()},
           {"items", std::move(items)}};
@@ -153,7 +156,8 @@ std::optional<ProMdlType> TypeOfWord(std::string_view word) {
 }
 
 ProMdlType ReadHead(const Json& json) {
-  if (!json.is_object() || json.value("format", "") != kFormat) throw std::runtime_error("it is no model file");
+  if (!json.is_object() || json.value("format", "") != kFormat)
+    throw std::runtime_error("it is no model file");
   if (json.at("version").get<int>() != kFormatVersion)
     throw std::runtime_error("its format is of another version");
   const auto word = json.at("type").get<std::string>();

@@ -13,8 +13,8 @@ namespace bench {
 // Throws when the model can't be told in full (a tree that refers to another model).
 std::string ModelToText(const Model& model);
 
-// A model with the name, features, ids and names of the file; its directory is the caller's to set. Throws, saying
-// why, when the text is no model file or an impossible one.
+// A model with the name, features, ids and names of the file; its directory is the caller's to set. Throws,
+// saying why, when the text is no model file or an impossible one.
 std::unique_ptr<Model> ModelFromText(std::string_view text);
 
 // The type of model that a file with this text holds; nothing when it is no model file.

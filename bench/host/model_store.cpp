@@ -30,14 +30,18 @@ std::unique_ptr<Model> ReadModelFile(const std::wstring& path, ProMdlType type) 
   }
 }
 
-// Geometry is not kept in files. A model whose geometry can't be had just now comes into session all the same: its
-// recipes are intact, and the next regeneration may succeed.
+// Geometry is not kept in files. A model whose geometry can't be had just now comes into session all the
+// same: its recipes are intact, and the next regeneration may succeed.
 void RestoreGeometry(Model& model) {
   if (model.type != PRO_MDL_PART) return;
-  const ProError status = Regenerate(model);
-  if (status != PRO_TK_NO_ERROR)
-    Complain("the geometry of " + ToUtf8(model.name) + " could not be made again (status " +
-             std::to_string(status) + ")");
+  std::string failure;
+  try {
+    if (const ProError status = Regenerate(model)) failure = "status " + std::to_string(status);
+  } catch (const std::exception& exception) {
+    failure = exception.what();
+  }
+  if (!failure.empty())
+    Complain("the geometry of " + ToUtf8(model.name) + " could not be made again: " + failure);
 }
 
 }  // namespace

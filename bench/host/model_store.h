@@ -9,8 +9,9 @@
 
 namespace bench {
 
-// Writes the model's next version into its directory, or into the working directory when it has none or was renamed
-// since it was saved. Refused with PRO_TK_CANT_WRITE when the disk refuses; the model is then as it was.
+// Writes the model's next version into its directory, or into the working directory when it has none or was
+// renamed since it was saved. Refused with PRO_TK_CANT_WRITE when the disk refuses; the model is then as it
+// was.
 ProError SaveModel(Model& model);
 
 // The model of that name in session, or else from its highest version in the working directory.

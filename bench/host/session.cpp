@@ -20,8 +20,9 @@ Model* Session::Find(const void* handle) const {
 }
 
 Model* Session::FindByName(std::wstring_view name, ProMdlType type) const {
-  const auto found = std::ranges::find_if(
-      order_, [&](const Model* model) { return model->type == type && EqualsIgnoringCase(model->name, name); });
+  const auto found = std::ranges::find_if(order_, [&](const Model* model) {
+    return model->type == type && EqualsIgnoringCase(model->name, name);
+  });
   return found == order_.end() ? nullptr : *found;
 }
 

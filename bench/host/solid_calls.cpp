@@ -33,7 +33,8 @@ ProError ProSolidFeatVisit(ProSolid solid, ProFeatureVisitAction action, ProFeat
     if (const ProError status = Resolve(solid, model)) return status;
     if (model->type == PRO_MDL_DRAWING) return PRO_TK_INVALID_TYPE;
     std::vector<ProModelitem> features;
-    for (const auto& feature : model->features) features.push_back({PRO_FEATURE, feature->id, Handle(*model)});
+    for (const auto& feature : model->features)
+      features.push_back({PRO_FEATURE, feature->id, Handle(*model)});
     return Visit(std::move(features), action, filter, data);
   };
 }

@@ -8,7 +8,8 @@
 
 namespace bench {
 
-// A model with the datum planes RIGHT, TOP, FRONT and a coordinate system, in millimetres. It is not in session yet.
+// A model with the datum planes RIGHT, TOP, FRONT and a coordinate system, in millimetres. It is not in
+// session yet.
 std::unique_ptr<Model> NewSolidFromTemplate(std::wstring name, ProMdlType type);
 
 }  // namespace bench

@@ -6,7 +6,7 @@ int SurfaceTypeNumber(std::string_view word) {
   constexpr struct {
     std::string_view word;
     int number;
-  } kKinds[] = {{"plane", 34},    {"cylinder", 36}, {"cone", 37},   {"torus", 38},
+  } kKinds[] = {{"plane", 34},    {"cylinder", 36}, {"cone", 37},     {"torus", 38},
                 {"revolved", 43}, {"sphere", 43},   {"extruded", 44}, {"spline", 45}};
   constexpr int kForeign = 46;
   for (const auto& kind : kKinds)

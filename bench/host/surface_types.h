@@ -5,8 +5,8 @@
 
 namespace bench {
 
-// 34 plane, 36 cylinder, 37 cone, 38 torus, 43 revolved (a sphere among them), 44 extruded, 45 spline; 46, foreign,
-// for every other word.
+// 34 plane, 36 cylinder, 37 cone, 38 torus, 43 revolved (a sphere among them), 44 extruded, 45 spline; 46,
+// foreign, for every other word.
 int SurfaceTypeNumber(std::string_view word);
 
 }  // namespace bench

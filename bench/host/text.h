@@ -15,7 +15,8 @@ std::string ToUtf8(std::wstring_view text);
 // Bytes that are no UTF-8 become U+FFFD.
 std::wstring FromUtf8(std::string_view bytes);
 
-// Copies a text and its terminator into a buffer of the toolkit; false, and nothing copied, when it doesn't fit.
+// Copies a text and its terminator into a buffer of the toolkit; false, and nothing copied, when it doesn't
+// fit.
 template <std::size_t N>
 bool CopyOut(std::wstring_view text, wchar_t (&buffer)[N]) {
   if (text.size() >= N) return false;

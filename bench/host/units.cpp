@@ -7,8 +7,8 @@ namespace bench {
 namespace {
 
 constexpr Unit kUnits[] = {
-    {L"mm", PRO_UNITTYPE_LENGTH, 1.0},   {L"cm", PRO_UNITTYPE_LENGTH, 10.0},
-    {L"m", PRO_UNITTYPE_LENGTH, 1000.0}, {L"in", PRO_UNITTYPE_LENGTH, 25.4},
+    {L"mm", PRO_UNITTYPE_LENGTH, 1.0},    {L"cm", PRO_UNITTYPE_LENGTH, 10.0},
+    {L"m", PRO_UNITTYPE_LENGTH, 1000.0},  {L"in", PRO_UNITTYPE_LENGTH, 25.4},
     {L"inch", PRO_UNITTYPE_LENGTH, 25.4}, {L"ft", PRO_UNITTYPE_LENGTH, 304.8},
     {L"kg", PRO_UNITTYPE_MASS, 1.0},
 };

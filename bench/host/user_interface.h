@@ -22,8 +22,8 @@ class UserInterface {
     std::wstring text;
   };
 
-  // What the next message dialogs answer, in this order: "ok" or "cancel". Unasked, they answer with their default
-  // button.
+  // What the next message dialogs answer, in this order: "ok" or "cancel". Unasked, they answer with their
+  // default button.
   void AnswerNext(std::wstring answer) { answers_.push_back(std::move(answer)); }
   // Records the message and takes the next scripted answer, if there is one.
   std::optional<std::wstring> ShowMessage(Message message);
@@ -42,7 +42,8 @@ class UserInterface {
   std::size_t DialogCount() const { return dialogs_.size(); }
   std::size_t TimerCount() const { return timers_.size(); }
 
-  // Holds the timers back, as a modal state does; a timer that falls due meanwhile fires when they are let go.
+  // Holds the timers back, as a modal state does; a timer that falls due meanwhile fires when they are let
+  // go.
   void Pause() { paused_ = true; }
   void Resume() { paused_ = false; }
   bool Paused() const { return paused_; }

@@ -1,5 +1,5 @@
-// The entry points by which the host enters the add-in's library. They hand on to the add-in's own start and stop, so
-// that the add-in itself needs to know nothing of how a host loads it.
+// The entry points by which the host enters the add-in's library. They hand on to the add-in's own start and
+// stop, so that the add-in itself needs to know nothing of how a host loads it.
 
 extern "C" int AddinInitialize(int argc, char** argv, char* version, char* build, wchar_t* errbuf);
 extern "C" void AddinTerminate();

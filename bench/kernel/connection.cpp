@@ -1,0 +1,72 @@
+#include "bench/kernel/connection.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <system_error>
+
+namespace bench::kernel {
+
+namespace {
+
+[[noreturn]] void Fail(const char* what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+}  // namespace
+
+Connection::Connection(int port) : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  if (socket_ < 0) Fail("socket");
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  const int at_once = 1;
+  if (connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+      setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &at_once, sizeof at_once) != 0) {
+    const int error = errno;
+    close(socket_);
+    errno = error;
+    Fail("connect");
+  }
+}
+
+Connection::~Connection() {
+  close(socket_);
+}
+
+void Connection::Send(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t sent = send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    if (sent < 0 && errno == EINTR) continue;
+    if (sent < 0) Fail("send");
+    bytes.remove_prefix(static_cast<std::size_t>(sent));
+  }
+}
+
+void Connection::Serve(const std::function<std::string(std::string_view)>& answer) {
+  std::string pending;
+  std::size_t searched = 0;
+  std::array<char, 65536> chunk;
+  for (;;) {
+    const ssize_t received = recv(socket_, chunk.data(), chunk.size(), 0);
+    if (received < 0 && errno == EINTR) continue;
+    if (received < 0) Fail("recv");
+    if (received == 0) return;
+    pending.append(chunk.data(), static_cast<std::size_t>(received));
+    for (std::size_t end; (end = pending.find('\n', searched)) != std::string::npos; searched = 0) {
+      const std::string_view line(pending.data(), end);
+      if (line.find_first_not_of(" \t\r") != std::string_view::npos) Send(answer(line) + '\n');
+      pending.erase(0, end + 1);
+    }
+    searched = pending.size();
+  }
+}
+
+}  // namespace bench::kernel

@@ -1,0 +1,40 @@
+#include "bench/kernel/features/body.h"
+
+#include "bench/kernel/boolean.h"
+#include "bench/kernel/measures.h"
+#include "bench/kernel/refusal.h"
+
+namespace bench::kernel {
+
+namespace {
+
+// A cut that takes less than this part of the volume is held against the common of tool and body: integration
+// over curved faces is no better than this when a face's boundary changes.
+constexpr double kClearShare = 1e-6;
+
+bool RemovesSomething(const NamedShape& body, const NamedShape& tool, double before, double after) {
+  if (before - after > kClearShare * before) return true;
+  return !Boolean(BooleanKind::kCommon, body, tool).Result().IsEmpty();
+}
+
+}  // namespace
+
+NamedShape Join(const NamedShape& body, const NamedShape& tool) {
+  if (body.IsEmpty()) return tool;
+  return Unified(Boolean(BooleanKind::kFuse, body, tool).Result());
+}
+
+NamedShape Cut(const NamedShape& body, const NamedShape& tool) {
+  if (body.IsEmpty()) throw Refusal("There is no body to cut.");
+  const Boolean cut(BooleanKind::kCut, body, tool);
+  if (cut.Result().IsEmpty()) throw Refusal("The cut removes the whole body.");
+  if (!RemovesSomething(body, tool, VolumeOf(body), VolumeOf(cut.Result())))
+    throw Refusal("The cut removes nothing from the body.");
+  return Unified(cut.Result());
+}
+
+NamedShape Apply(Operation operation, const NamedShape& body, const NamedShape& tool) {
+  return operation == Operation::kJoin ? Join(body, tool) : Cut(body, tool);
+}
+
+}  // namespace bench::kernel

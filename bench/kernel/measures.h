@@ -1,0 +1,32 @@
+// Volumes, areas and moments.
+#pragma once
+
+#include <gp_Mat.hxx>
+#include <gp_Pnt.hxx>
+
+#include "bench/kernel/face_integrals.h"
+#include "bench/kernel/named_shape.h"
+
+namespace bench::kernel {
+
+struct FaceMeasure {
+  double area = 0;  // mm²
+  gp_Pnt center;
+};
+
+struct MassProperties {
+  double volume = 0;  // mm³
+  double area = 0;    // mm²
+  gp_Pnt center;
+  gp_Mat inertia;  // the tensor about the centre, for density 1: mm⁵
+};
+
+FaceMeasure MeasureOf(const FaceIntegrals& face);
+
+// Of the solids whose faces' integrals are summed up.
+MassProperties MassOf(const FaceIntegrals& sum);
+
+// The sum of the solids' volumes: below 0 when they are turned outside in, 0 without any.
+double VolumeOf(const NamedShape& shape);
+
+}  // namespace bench::kernel
