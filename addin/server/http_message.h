@@ -14,7 +14,7 @@ struct HttpServerRequest {
   std::wstring method;
   std::wstring path;  // as on the request line
   std::wstring body;
-  // Left empty by the reader; a request handler that wants headers would find them here.
+  // Left empty: the content length is the one header that counts, and it is looked up in the raw text.
   std::map<std::wstring, std::wstring> headers;
 };
 

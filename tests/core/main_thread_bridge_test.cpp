@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
+#include <stdexcept>
 #include <thread>
 
 #include "tests/core/running_server.h"
+#include "tests/support/captured_log.h"
 
 namespace vek {
 namespace {
@@ -43,6 +46,30 @@ TEST_F(Bridge, TakesNoBatchWithoutAProvider) {
   CreoMcpMainThread bridge(kPatience);
   EXPECT_FALSE(bridge.Submit({{L"count", L""}}, results_, error_));
   EXPECT_EQ(error_, L"MCP provider not initialised.");
+}
+
+TEST_F(Bridge, ReportsWhatThrowsAroundABatchAndTakesTheNext) {
+  const struct {
+    std::function<void()> failure;
+    const wchar_t* error;
+  } cases[] = {
+      {[] { throw std::runtime_error("no memory"); }, L"MCP batch execution failed: no memory"},
+      {[] { throw 5; }, L"MCP batch execution failed with an unknown exception."},
+  };
+  CreoMcpMainThread bridge(kPatience);
+  bridge.Publish(&provider_);
+  for (const auto& c : cases) {
+    // The first line of a batch is its own, outside of every dispatch.
+    support::FailNextLine(c.failure);
+    {
+      const Pumping pumping(bridge);
+      EXPECT_FALSE(bridge.Submit({{L"count", L"{}"}}, results_, error_));
+    }
+    EXPECT_EQ(error_, c.error);
+    const Pumping pumping(bridge);
+    EXPECT_TRUE(bridge.Submit({{L"count", L"{}"}}, results_, error_));
+  }
+  EXPECT_EQ(counted_, 2);
 }
 
 TEST_F(Bridge, RunsABatchOnThePumpingThread) {

@@ -87,7 +87,10 @@ TEST_F(Provider, TurnsExceptionsIntoFailures) {
   const auto empty = provider_.Dispatch(L"empty", L"{}");
   EXPECT_TRUE(empty.message.starts_with(L"Operation 'empty' threw: ")) << empty.message;
   // Each has its end line all the same.
-  EXPECT_EQ(CapturedLog().size(), 6u);
+  const auto lines = CapturedLog();
+  ASSERT_EQ(lines.size(), 6u);
+  EXPECT_EQ(lines[1].text,
+            L"MCP Dispatch END   op='std' success=false message=Operation 'std' threw: out of wax data=null");
 }
 
 TEST_F(Provider, LogsEachDispatchWithItsTextsCut) {

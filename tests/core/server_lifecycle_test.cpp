@@ -1,6 +1,9 @@
 // Starting and stopping, with everything that can go wrong in between.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <utility>
+
 #include "tests/core/running_server.h"
 #include "tests/support/captured_log.h"
 
@@ -117,6 +120,31 @@ TEST(ServerLifecycle, LeavesNothingOpenWhenAStepOfTheStartFails) {
     EXPECT_EQ(sockets.OpenHandles(), 0u);
     EXPECT_EQ(sockets.OpenStartups(), 0);
   }
+}
+
+// Fails to come up once, by an exception.
+class ThrowingSockets : public PosixSockets {
+ public:
+  int Startup(std::uint16_t version) override {
+    if (!std::exchange(thrown_, true)) throw std::runtime_error("no memory");
+    return PosixSockets::Startup(version);
+  }
+
+ private:
+  bool thrown_ = false;
+};
+
+TEST(ServerLifecycle, TellsOfAnExceptionWhileStartingAndStartsTheNextTime) {
+  support::ClearCapturedLog();
+  ThrowingSockets sockets;
+  CreoMcpMainThread bridge;
+  VekWebServer server(sockets, bridge, 0);
+  EXPECT_FALSE(server.Start());
+  EXPECT_EQ(server.LastError(), L"Exception starting server: no memory");
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Exception starting server: no memory"), 1);
+  EXPECT_TRUE(server.Start());
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Server is already running"), 0);
+  server.Stop();
 }
 
 TEST(ServerLifecycle, TakesTheSocketFromAConnectionInItsHandler) {

@@ -1,7 +1,10 @@
 // What the endpoints answer, over real sockets.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "tests/core/running_server.h"
+#include "tests/support/captured_log.h"
 
 namespace vek {
 namespace {
@@ -108,6 +111,18 @@ TEST(ServerRoutes, RunABatchAndReportItByName) {
             R"({"results":{"echo":{"success":true,"message":"echo","data":{"a":"}"}},)"
             R"("other":{"success":false,"message":"Operation 'other' is not implemented by this provider.",)"
             R"("data":null}}})");
+}
+
+TEST(ServerRoutes, ReportABatchThatBrokeDown) {
+  RunningServer running;
+  running.provider.RegisterOperation(L"exhaust", [](const std::wstring&) {
+    support::FailNextLine([] { throw std::runtime_error("no memory"); });
+    return MakeSuccessResult();
+  });
+  running.Start();
+  Pumping pumping(running.bridge);
+  ExpectError(running.Exchange(Post("/execute", R"({"operations":{"exhaust":{}}})")), 500,
+              "MCP batch execution failed: no memory");
 }
 
 TEST(ServerRoutes, TimeABatchOutThatNobodyRunsAndTakeTheNext) {

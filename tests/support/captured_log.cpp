@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <mutex>
 #include <string_view>
+#include <utility>
 
 #include "addin/platform/log.h"
 
@@ -13,6 +14,7 @@ namespace {
 struct Capture {
   std::mutex mutex;
   std::vector<CapturedLine> lines;
+  std::function<void()> failure;
 };
 
 // Never destroyed: objects that log from their destructors may outlive it otherwise.
@@ -24,10 +26,17 @@ Capture& TheCapture() {
 void Keep(LogSide side, std::wstring text) {
   Capture& capture = TheCapture();
   const std::lock_guard lock(capture.mutex);
+  if (const auto failure = std::exchange(capture.failure, nullptr)) failure();
   capture.lines.push_back({side, std::move(text)});
 }
 
 }  // namespace
+
+void FailNextLine(std::function<void()> failure) {
+  Capture& capture = TheCapture();
+  const std::lock_guard lock(capture.mutex);
+  capture.failure = std::move(failure);
+}
 
 std::vector<CapturedLine> CapturedLog() {
   Capture& capture = TheCapture();

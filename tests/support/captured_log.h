@@ -2,6 +2,7 @@
 // log.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,9 @@ struct CapturedLine {
 // All lines since the last ClearCapturedLog, in the order of their arrival. Any thread.
 std::vector<CapturedLine> CapturedLog();
 void ClearCapturedLog();
+
+// Calls `failure`, which throws, in the place of the next line: what writing a line does when memory is short.
+void FailNextLine(std::function<void()> failure);
 
 // How many of the captured lines are exactly `text`.
 int CountCaptured(const std::wstring& text);

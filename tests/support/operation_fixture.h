@@ -42,8 +42,8 @@ class OperationTest : public testing::Test {
   // The model of the active window.
   bench::Model& Current();
 
-  // A rectangle about the origin, or with those corners, on a plane ("XY", "XZ", "YZ" or a datum plane), as a
-  // sketch of that name. Millimetres.
+  // A rectangle with those corners on a plane ("XY", "XZ", "YZ" or a datum plane), as a sketch of that name.
+  // Millimetres.
   void Rectangle(const std::wstring& sketch, const std::wstring& plane, double x1, double y1, double x2,
                  double y2);
   // A box on the XY plane with a corner in the origin, along the positive axes, made of the sketch "BLOCK".
