@@ -67,6 +67,14 @@ void ElementTreeBuilder::UncheckedText(Row parent, int id, std::wstring_view val
   if (ProElemtreeElementAdd(parent.element_, nullptr, element.get()) == PRO_TK_NO_ERROR) element.release();
 }
 
+ElementTreeBuilder::Row ElementTreeBuilder::AddReferring(
+    Row parent, int id, const std::function<ProError(ProElement)>& set_value) {
+  ProError value_status = PRO_TK_NO_ERROR;
+  const Row row = Add(parent, id, [&](ProElement element) { return value_status = set_value(element); });
+  if (!ok_) status_ = value_status != PRO_TK_NO_ERROR ? value_status : PRO_TK_GENERAL_ERROR;
+  return row;
+}
+
 OwnedReference ElementTreeBuilder::MakeReference(const ProModelitem& item, ProError& status) {
   OwnedReference reference;
   status = ProReferenceAlloc(reference.out());
@@ -83,7 +91,8 @@ ElementTreeBuilder::Row ElementTreeBuilder::Reference(Row parent, int id, const 
   if (status != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
   const ProReference handle = reference.get();
   references_.push_back(std::move(reference));
-  return Add(parent, id, [handle](ProElement element) { return ProElementReferenceSet(element, handle); });
+  return AddReferring(parent, id,
+                      [handle](ProElement element) { return ProElementReferenceSet(element, handle); });
 }
 
 ElementTreeBuilder::Row ElementTreeBuilder::ReferenceBySelection(Row parent, int id,
@@ -100,7 +109,8 @@ ElementTreeBuilder::Row ElementTreeBuilder::ReferenceBySelection(Row parent, int
     return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
   const ProReference handle = reference.get();
   references_.push_back(std::move(reference));
-  return Add(parent, id, [handle](ProElement element) { return ProElementReferenceSet(element, handle); });
+  return AddReferring(parent, id,
+                      [handle](ProElement element) { return ProElementReferenceSet(element, handle); });
 }
 
 ElementTreeBuilder::Row ElementTreeBuilder::ReferenceFromSelection(Row parent, int id, ProSelection selection,
@@ -142,8 +152,8 @@ ElementTreeBuilder::Row ElementTreeBuilder::References(Row parent, int id,
     if (status != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
     references_.push_back(std::move(reference));
   }
-  return Add(parent, id,
-             [&handles](ProElement element) { return ProElementReferencesSet(element, handles.get()); });
+  return AddReferring(
+      parent, id, [&handles](ProElement element) { return ProElementReferencesSet(element, handles.get()); });
 }
 
 void ElementTreeBuilder::FreeReferences() {

@@ -79,6 +79,8 @@ class ElementTreeBuilder {
 
  private:
   Row Add(Row parent, int id, const std::function<ProError(ProElement)>& set_value);
+  // The same for a row of references, which answers with the status of its value alone: -1 for all else.
+  Row AddReferring(Row parent, int id, const std::function<ProError(ProElement)>& set_value);
   Row Fail(std::wstring_view message, ProError status);
 
   OwnedReference MakeReference(const ProModelitem& item, ProError& status);

@@ -8,6 +8,7 @@
 #include <ProSolid.h>
 
 #include <exception>
+#include <type_traits>
 
 namespace vek {
 namespace visits_detail {

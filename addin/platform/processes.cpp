@@ -90,7 +90,7 @@ bool IsProgramRunning(std::wstring_view name) {
 bool OpenProgram(const std::wstring& path) {
   SHELLEXECUTEINFOW execution{};
   execution.cbSize = sizeof execution;
-  // The caller tells the user; a dialog of the system would block the host besides.
+  // A dialog of the system would block the host; what the user is told is the caller's business.
   execution.fMask = SEE_MASK_FLAG_NO_UI;
   execution.lpVerb = L"open";
   execution.lpFile = path.c_str();

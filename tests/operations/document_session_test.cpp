@@ -78,6 +78,23 @@ TEST_F(Documents, AreListedByTypeWhenTheyHaveAWindow) {
       LR"({"name":"SHEET","full_path":"SHEET.drw","document_type":"drawing","is_active":false,"is_modified":true}])");
 }
 
+TEST_F(Documents, AreListedWithoutAWindowOnlyWhenActive) {
+  AddModel(L"BRACKET", PRO_MDL_PART);
+  AddModel(L"FRAME", PRO_MDL_ASSEMBLY);
+  for (const wchar_t* name : {L"BRACKET", L"FRAME"})
+    Succeed(L"api_document_activate", std::wstring(L"{\"name_or_path\":\"") + name + L"\"}");
+  faults().Fail("ProMdlWindowGet", -1, 1, 2);
+  const auto rows = Succeed(L"api_document_list_open");
+  ASSERT_EQ(rows.size(), 1u);
+  EXPECT_EQ(rows[0]["name"], "FRAME");
+
+  faults().Clear();
+  faults().Fail("ProMdlCurrentGet", -1);
+  const auto without_current = Succeed(L"api_document_list_open");
+  ASSERT_EQ(without_current.size(), 2u);
+  for (const auto& row : without_current) EXPECT_EQ(row["is_active"], false);
+}
+
 TEST_F(Documents, ThatCanNotBeDescribedAreLeftOutOfTheList) {
   AddModel(L"BRACKET", PRO_MDL_PART);
   AddModel(L"FRAME", PRO_MDL_ASSEMBLY);

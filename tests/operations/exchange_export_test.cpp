@@ -121,12 +121,6 @@ TEST_F(Export, HandsTheWritersWhatTheyTake) {
   }
 }
 
-TEST_F(Export, HandsAssembliesToTheWriterToo) {
-  NewAssembly();
-  faults().NoEffect("ProIntf3DFileWriteWithDefaultProfile");
-  EXPECT_TRUE(ExportFile(L"frame.stp", L"step").success);
-}
-
 TEST_F(Export, CompletesAPathWithoutExtension) {
   NewPart();
   Block(20, 30, 40);
@@ -163,18 +157,18 @@ TEST_F(Export, OverwritesNothing) {
 }
 
 TEST_F(Export, NeedsAPartOrAnAssembly) {
-  const std::wstring arguments = Arguments(L"a.stp", L"step");
-  for (const wchar_t* operation : {L"api_export_file", L"api_export_batch"}) {
-    host().Reset();
-    ExpectFailure(operation, arguments, L"No active document.");
-    NewPart();
-    faults().Fail("ProMdlTypeGet", -1);
-    ExpectFailure(operation, arguments, L"Failed to read active document type.");
-    AddModel(L"SHEET", PRO_MDL_DRAWING);
-    Succeed(L"api_document_activate", LR"({"name_or_path":"sheet"})");
-    ExpectFailure(operation, arguments,
-                  L"Export is currently supported for active parts and assemblies only.");
-  }
+  const auto expect_refusal = [&](const std::wstring& message, bool type_unreadable = false) {
+    for (const wchar_t* operation : {L"api_export_file", L"api_export_batch"}) {
+      if (type_unreadable) faults().Fail("ProMdlTypeGet", -1);
+      ExpectFailure(operation, Arguments(L"a.stp", L"step"), message);
+    }
+  };
+  expect_refusal(L"No active document.");
+  NewPart();
+  expect_refusal(L"Failed to read active document type.", true);
+  AddModel(L"SHEET", PRO_MDL_DRAWING);
+  Succeed(L"api_document_activate", LR"({"name_or_path":"sheet"})");
+  expect_refusal(L"Export is currently supported for active parts and assemblies only.");
 }
 
 TEST_F(Export, RefusesWhatItCanNotWriteTo) {
@@ -250,10 +244,31 @@ TEST_F(BatchExport, NamesTheFileAfterThePart) {
   ExpectFailure(L"api_export_batch", Into(L"new\\out"), Taken(L"new\\out\\BRACKET_1.stp"));
 }
 
+TEST_F(BatchExport, TakesTheExtensionOfItsFormat) {
+  NewPart().name = L"PLATE";
+  Block(20, 30, 40);
+  EXPECT_EQ(Run(L"api_export_batch", Into(L"out\\", L",\"format\":\"stl\"")).dataJson,
+            L"{\"exported_count\":1,\"files\":[\"" + JsonPath(L"out\\PLATE.stl") + L"\"]}");
+  EXPECT_NEAR(StlVolume(Read(L"out\\PLATE.stl")), 24'000, 1e-2);
+}
+
+TEST_F(BatchExport, RefusesTheAssemblyThatASingleExportWrites) {
+  NewAssembly().name = L"FRAME";
+  const auto single = ExportFile(L"frame.stp", L"step");
+  EXPECT_EQ(single.message, L"Exported active model as STEP to '" + Full(L"frame.stp") + L"'.");
+  EXPECT_EQ(single.dataJson, L"{\"output_path\":\"" + JsonPath(L"frame.stp") + L"\",\"format\":\"STEP\"}");
+  // Without components it is a product of no solid.
+  const std::string step = Read(L"frame.stp");
+  EXPECT_TRUE(step.starts_with("ISO-10303-21;"));
+  EXPECT_NE(step.find("PRODUCT('FRAME'"), std::string::npos);
+  EXPECT_EQ(step.find("MANIFOLD_SOLID_BREP"), std::string::npos);
+
+  ExpectFailure(L"api_export_batch", Into(L"out"), L"Batch export currently supports part documents only.");
+  EXPECT_FALSE(std::filesystem::exists(directory() / "out"));
+}
+
 TEST_F(BatchExport, TellsWhatItDoesNotTake) {
   const std::wstring batch = L"api_export_batch";
-  NewAssembly();
-  ExpectFailure(batch, Into(L"out"), L"Batch export currently supports part documents only.");
   NewPart();
   faults().Fail("ProMdlTypeGet", -1, 2);
   ExpectFailure(batch, Into(L"out"), L"Failed to read active document type.");

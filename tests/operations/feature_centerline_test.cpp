@@ -128,7 +128,9 @@ TEST_F(RevolveAxis, ASketchWithoutALineIsGivenAnAxisThatIsAskedFor) {
       {LR"({"axis_direction":[1,1]})", kUp},
       {LR"({"axis_direction":[-2,1,-1]})", kAcross},
       {LR"({"axis_direction":[1,0,-2]})", kUp},
+      // A direction counts beside every word but X.
       {LR"({"axis":"?","axis_direction":[1,0]})", kAcross},
+      {LR"({"axis":"Y","axis_direction":[1,0]})", kAcross},
       {LR"({"axis":"?","axis_direction":[1]})", kUp},
   };
   for (const auto& [arguments, injected] : cases) {

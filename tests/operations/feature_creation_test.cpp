@@ -114,6 +114,79 @@ TEST_F(FeatureCreation, ATreeThatTheHostRefusesMakesNothing) {
   EXPECT_EQ(State(), before);
 }
 
+TEST_F(FeatureCreation, ReferencesLiveBesideTheirTreeAndAreFreedBehindIt) {
+  const ProModelitem front = Plane(L"FRONT"), top = Plane(L"TOP");
+  const auto mark = host().journal.Mark();
+  {
+    ElementTreeBuilder tree(386, L"");
+    tree.Reference(tree.Root(), 2018, front);
+    tree.ReferenceBySelection(tree.Root(), 4902, front);
+    tree.References(tree.Root(), 73, std::vector{front, top});
+    EXPECT_TRUE(tree.ok());
+  }
+  EXPECT_THAT(CallsSince(mark),
+              ElementsAre("ProElementAlloc",
+                          // The single reference,
+                          "ProReferenceAlloc", "ProReferenceSet", "ProElementAlloc", "ProElementReferenceSet",
+                          "ProElemtreeElementAdd",
+                          // the one by way of a selection,
+                          "ProSelectionAlloc", "ProSelectionToReference", "ProElementAlloc",
+                          "ProElementReferenceSet", "ProElemtreeElementAdd",
+                          // and the two in one element.
+                          "ProArrayAlloc", "ProReferenceAlloc", "ProReferenceSet", "ProArrayObjectAdd",
+                          "ProReferenceAlloc", "ProReferenceSet", "ProArrayObjectAdd", "ProElementAlloc",
+                          "ProElementReferencesSet", "ProElemtreeElementAdd", "ProArrayFree",
+                          // The tree goes first.
+                          "ProElementFree", "ProReferenceFree", "ProReferenceFree", "ProReferenceFree",
+                          "ProReferenceFree", "ProSelectionFree"));
+}
+
+TEST_F(FeatureCreation, ARowOfReferencesThatFailsAnswersWithTheStatusOfItsValueAlone) {
+  enum Way { kReference, kBySelection, kSeveral };
+  const struct {
+    Way way;
+    const char* call;
+    int occurrence;
+    int status;
+  } cases[] = {
+      {kReference, "ProReferenceAlloc", 1, -1},
+      {kReference, "ProReferenceSet", 1, -1},
+      {kReference, "ProElementAlloc", 1, -1},
+      {kReference, "ProElementReferenceSet", 1, -8},
+      {kReference, "ProElemtreeElementAdd", 1, -1},
+      {kBySelection, "ProSelectionAlloc", 1, -1},
+      {kBySelection, "ProSelectionToReference", 1, -1},
+      {kBySelection, "ProElementAlloc", 1, -1},
+      {kBySelection, "ProElementReferenceSet", 1, -8},
+      {kBySelection, "ProElemtreeElementAdd", 1, -1},
+      {kSeveral, "ProArrayAlloc", 1, -1},
+      {kSeveral, "ProReferenceAlloc", 2, -1},
+      {kSeveral, "ProReferenceSet", 2, -1},
+      {kSeveral, "ProArrayObjectAdd", 2, -1},
+      {kSeveral, "ProElementAlloc", 1, -1},
+      {kSeveral, "ProElementReferencesSet", 1, -8},
+      {kSeveral, "ProElemtreeElementAdd", 1, -1},
+  };
+  const ProModelitem front = Plane(L"FRONT"), top = Plane(L"TOP");
+  for (const auto& [way, call, occurrence, status] : cases) {
+    SCOPED_TRACE(std::to_string(way) + " " + call);
+    ElementTreeBuilder tree(386, L"");
+    tree.OnFailure(L"No reference.");
+    faults().Clear();
+    faults().Fail(call, PRO_TK_BAD_CONTEXT, occurrence);
+    if (way == kReference) tree.Reference(tree.Root(), 2018, front);
+    if (way == kBySelection) tree.ReferenceBySelection(tree.Root(), 4902, front);
+    if (way == kSeveral) tree.References(tree.Root(), 73, std::vector{front, top});
+    EXPECT_FALSE(tree.ok());
+    EXPECT_EQ(static_cast<int>(tree.status()), status);
+    EXPECT_EQ(EncodeUtf8(tree.message()), "No reference.");
+    // No further row is taken.
+    const auto mark = host().journal.Mark();
+    tree.Integer(tree.Root(), 387, 949);
+    EXPECT_THAT(CallsSince(mark), IsEmpty());
+  }
+}
+
 TEST_F(FeatureCreation, TheSectionOfAFeatureIsFoundOrTheStatusTellsWhyNot) {
   NewSketch(L"S", L"XY");
   const ProFeature sketch = HandleOf(*FeatureNamed(L"S"));

@@ -259,6 +259,50 @@ TEST_F(ExtrudeOperation, WhatTheHostRefusesLeavesTheModelAsItWas) {
   }
 }
 
+TEST_F(ExtrudeOperation, TheHostsErrorsAreCounted) {
+  NewSketch(L"OPEN", L"XY");
+  Line(L"OPEN", 0, 0, 10, 0);
+  const auto result = Run(L"api_feature_extrude", LR"({"sketch_name":"open","distance_mm":5})");
+  // One refusal makes one error. Nothing was made, so the id is that of no feature.
+  EXPECT_TRUE(result.message.ends_with(L", errors=1).")) << EncodeUtf8(result.message);
+  const std::size_t from = result.message.find(L"status=");
+  const std::wstring status = result.message.substr(from, result.message.find(L',') - from);
+  EXPECT_EQ(CountCaptured(Format(L"Feature Create (sketched): %s errCount=1 featId=0 sketch='OPEN'", status)),
+            1);
+}
+
+TEST_F(ExtrudeOperation, NumbersThatAreNotFiniteAreRefused) {
+  const struct {
+    const wchar_t* operation;
+    const wchar_t* arguments;
+    const wchar_t* message;
+  } cases[] = {
+      {L"api_feature_extrude", L"\"distance_mm\":\"nan\"", L"Failed to set extrude depth values."},
+      {L"api_feature_extrude", L"\"distance_mm\":NaN", L"Failed to set extrude depth values."},
+      {L"api_feature_extrude", L"\"distance_mm\":\"inf\"", L"Failed to set extrude depth values."},
+      {L"api_feature_extrude", L"\"distance_mm\":\"-Infinity\",\"both_sides\":true",
+       L"Failed to set extrude depth values."},
+      {L"api_feature_extrude", L"\"distance_mm\":1e999", L"Failed to set extrude depth values."},
+      {L"api_feature_extrude_advanced", L"\"distance_mm\":\"nan\",\"distance2_mm\":5",
+       L"Failed to set extrude depth values."},
+      {L"api_feature_extrude_advanced", L"\"distance_mm\":5,\"distance2_mm\":\"inf\"",
+       L"Failed to set extrude depth values."},
+      // A taper that is no number is not taken for none.
+      {L"api_feature_extrude", L"\"distance_mm\":5,\"taper_angle_deg\":\"nan\"",
+       L"Failed to set extrude taper angle."},
+      {L"api_feature_extrude", L"\"distance_mm\":5,\"taper_angle_deg\":\"-inf\"",
+       L"Failed to set extrude taper angle."},
+      {L"api_feature_extrude_advanced", L"\"distance_mm\":5,\"distance2_mm\":5,\"taper_angle_deg\":\"nan\"",
+       L"Failed to set extrude taper angle."},
+  };
+  const ModelState before = State();
+  for (const auto& [operation, arguments, message] : cases) {
+    SCOPED_TRACE(EncodeUtf8(arguments));
+    ExpectFailure(operation, Format(LR"({"sketch_name":"S",%s})", arguments), message);
+    EXPECT_EQ(State(), before);
+  }
+}
+
 TEST_F(ExtrudeOperation, EachFailingCallHasItsMessage) {
   const struct {
     const char* call;

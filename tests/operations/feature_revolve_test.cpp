@@ -218,6 +218,15 @@ TEST_F(RevolveOperation, WhatTheHostRefusesLeavesTheModelAsItWas) {
   }
 }
 
+TEST_F(RevolveOperation, AnAngleWithoutAnEndIsTheHostsToRefuse) {
+  DrawRing(L"S", kFront);
+  const ModelState before = State();
+  for (const wchar_t* angle : {L"\"inf\"", L"1e999"})
+    ExpectFailure(L"api_feature_revolve", Format(LR"({"sketch_name":"S","angle_deg":%s})", angle),
+                  L"Failed to set revolve angle.");
+  EXPECT_EQ(State(), before);
+}
+
 TEST_F(RevolveOperation, EachRowThatFailsHasItsMessage) {
   DrawRing(L"S", kFront);
   const struct {

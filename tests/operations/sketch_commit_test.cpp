@@ -4,7 +4,6 @@
 
 #include "addin/ops/common/history.h"
 #include "addin/ops/sketch/commit.h"
-#include "addin/ops/sketch/feature_name.h"
 #include "addin/text/utf8.h"
 #include "tests/operations/sketch_fixture.h"
 #include "tests/support/captured_log.h"
@@ -15,26 +14,7 @@ namespace {
 const wchar_t* const kRetry = L"Sketch Commit: retry with alternate plane/orient ref type";
 const wchar_t* const kCleaning = L"Sketch Commit: deleting incomplete feature after failure/retry";
 
-class SketchCommit : public SketchTest {
- protected:
-  void SetUp() override {
-    SketchTest::SetUp();
-    NewPart();
-    CreateSketch(L"S");
-    features_before_ = Current().features.size();
-    ClearCapturedLog();
-  }
-
-  // The sketch has no feature in the model, and its geometry is still there.
-  void ExpectUncommitted(std::size_t entities) {
-    EXPECT_FALSE(Session(L"S").has_feature);
-    EXPECT_EQ(Session(L"S").feature.id, 0);
-    EXPECT_EQ(Session(L"S").entities.size(), entities);
-    EXPECT_EQ(Current().features.size(), features_before_ - 1);
-  }
-
-  std::size_t features_before_ = 0;
-};
+class SketchCommit : public CommittedSketchTest {};
 
 struct SoftFailure {
   const char* call;
@@ -123,6 +103,18 @@ TEST_F(SketchCommit, NoSecondAttemptWithoutReferencesOfTheOtherForm) {
   ExpectUncommitted(2);
 }
 
+TEST_F(SketchCommit, DatumReferencesAreFollowedBySurfaces) {
+  Session(L"S").plane_item.type = PRO_DATUM_PLANE;
+  // The plane has no surface to be found at first, so the datum form stays for the first attempt.
+  faults().Fail("ProFeatureGeomitemVisit", -4);
+  faults().Fail("ProMdlToModelitem", -1);
+  EXPECT_TRUE(DrawPoint(L"S").success);
+  EXPECT_EQ(CountCaptured(kRetry), 1);
+  EXPECT_EQ(CountCaptured(L"Sketch Commit: using PRO_DATUM_PLANE refs for plane/orient"), 0);
+  EXPECT_EQ(CountCaptured(L"Sketch Commit: using PRO_SURFACE refs for plane/orient"), 1);
+  EXPECT_EQ(Session(L"S").plane_item.type, PRO_SURFACE);
+}
+
 struct HardFailure {
   const char* call;
   int occurrence;
@@ -178,80 +170,25 @@ TEST_F(SketchCommit, HardFailuresEndAtOnce) {
   }
 }
 
-// The fourth element of a commit is the one that names the feature at its birth.
-TEST_F(SketchCommit, TheElementWithTheNameMayFail) {
-  faults().Fail("ProElementAlloc", -1, 4);
-  EXPECT_TRUE(DrawPoint(L"S").success);
-  const int id = Session(L"S").feature.id;
-  EXPECT_EQ(CountCaptured(L"Sketch Commit: rename feature id=" + std::to_wstring(id) +
-                          L" to 'S' (was '') status=0"),
-            1);
-  EXPECT_NE(FeatureNamed(L"S"), nullptr);
-}
+// What comes back empty under a good status counts as missing.
+TEST_F(SketchCommit, SuccessWithoutAResultIsAFailure) {
+  faults().NoEffect("ProSelectionAlloc", 1);
+  EXPECT_EQ(DrawPoint(L"S").message, L"Failed to set sketch plane references.");
+  faults().NoEffect("ProSelectionAlloc", 2);
+  EXPECT_EQ(DrawPoint(L"S").message, L"Failed to set sketch plane references.");
+  EXPECT_EQ(CountCaptured(L"Sketch Commit: orient selection is required"), 1);
+  faults().NoEffect("ProFeatureElemtreeExtract");
+  EXPECT_EQ(DrawPoint(L"S").message, L"Sketch feature created but could not extract its element tree.");
+  EXPECT_EQ(CountCaptured(L"Sketch Commit: extract status=0"), 1);
+  faults().NoEffect("ProSectionEntityGet");
+  EXPECT_EQ(DrawPoint(L"S").message, L"Failed to copy sketch entities into Creo's section.");
+  EXPECT_EQ(CountCaptured(kRetry), 0);
+  ExpectUncommitted(5);
 
-TEST_F(SketchCommit, ANameThatCantBeSetFailsTheCommit) {
-  faults().Fail("ProElementAlloc", -1, 4);
-  faults().Fail("ProModelitemNameSet", -22);
-  EXPECT_EQ(DrawPoint(L"S").message, L"Sketch created but could not rename feature to 'S' (status=-22).");
-  ExpectUncommitted(2);
+  faults().NoEffect("ProElementSpecialvalueGet");
   EXPECT_TRUE(DrawPoint(L"S").success);
-}
-
-TEST_F(SketchCommit, ARefusedNameThatIsThereCounts) {
-  // The name can't be read at first, and setting the present name is no change.
-  faults().Fail("ProModelitemNameGet", -1);
-  EXPECT_TRUE(DrawPoint(L"S").success);
-  const std::wstring head = L"Sketch Commit: rename feature id=";
-  EXPECT_EQ(CountCaptured(head + std::to_wstring(Session(L"S").feature.id) + L" to 'S' (was '') status=-12"),
-            1);
-  // A plain refusal is looked into.
-  faults().Fail("ProModelitemNameGet", -1);
-  faults().Fail("ProModelitemNameSet", -22);
-  EXPECT_TRUE(DrawPoint(L"S").success);
-  EXPECT_EQ(CountCaptured(head + std::to_wstring(Session(L"S").feature.id) + L" to 'S' (was '') status=0"),
-            1);
-}
-
-TEST_F(SketchCommit, ABlankAndAnUnderscoreAreTheSameInAName) {
-  CreateSketch(L"My sketch");
-  FeatureNamed(L"My sketch")->name = L"MY_SKETCH";
-  const auto mark = host().journal.Mark();
-  EXPECT_TRUE(sketch::NameSketchFeature(Session(L"My sketch")).success);
-  EXPECT_TRUE(CallsSince(mark, {"ProModelitemNameSet"}).empty());
-}
-
-TEST_F(SketchCommit, ANameTakenByAnotherFeatureIsRefused) {
-  bench::Feature& other = *FeatureNamed(L"PRT_CSYS_DEF");
-  other.name = L"s";
-  const auto mark = host().journal.Mark();
-  EXPECT_EQ(DrawPoint(L"S").message,
-            L"Cannot rename sketch feature to 'S': that name is already used by an existing feature (id=" +
-                std::to_wstring(other.id) + L"). Choose a different sketch name.");
-  ExpectUncommitted(2);
-  // The tree goes while its feature is there; the old feature was deleted first of all.
-  const std::vector<std::string> expected = {"ProFeatureDelete", "ProFeatureElemtreeFree", "ProFeatureDelete",
-                                             "ProArrayFree", "ProElementFree"};
-  EXPECT_EQ(
-      CallsSince(mark, {"ProFeatureDelete", "ProFeatureElemtreeFree", "ProArrayFree", "ProElementFree"}),
-      expected);
-  other.name = L"elsewhere";
-  EXPECT_TRUE(DrawPoint(L"S").success);
-  EXPECT_EQ(Section(L"S").entities.size(), 3u);
-}
-
-TEST_F(SketchCommit, ANameTakenByAnotherSketchOfTheSessionIsRefused) {
-  CreateSketch(L"Other");
-  features_before_ = Current().features.size();
-  const int id = Session(L"Other").feature.id;
-  FeatureNamed(L"Other")->name = L"S";
-  // The commit deletes the feature of its own session, not the one that has the name.
-  EXPECT_EQ(
-      DrawPoint(L"S").message,
-      L"Cannot rename sketch feature to 'S': that name is already used by another sketch in this session "
-      L"(feature id=" +
-          std::to_wstring(id) + L").");
-  ExpectUncommitted(2);
-  EXPECT_TRUE(Session(L"Other").has_feature);
+  EXPECT_EQ(CountCaptured(L"Sketch Commit: ProElementSpecialvalueGet status=0"), 1);
+  EXPECT_EQ(CountCaptured(kRetry), 1);
 }
 
 TEST_F(SketchCommit, ASectionThatDoesNotRegenerateIsLeftToTheRedefinition) {

@@ -86,6 +86,15 @@ TEST_F(SketchCreate, TheHighestNumberOfAllDoesNotStopTheGeneration) {
   EXPECT_EQ(Succeed(L"api_sketch_create", LR"({"plane":"XY"})").value("name", ""), "SKETCH_-2147483648");
 }
 
+TEST_F(SketchCreate, TheGenerationEndsAfterTenThousandNames) {
+  NewPart();
+  for (int i = 1; i <= 10'000; ++i) sketch::SketchSessionTable()[L"SKETCH_" + std::to_wstring(i)];
+  const std::wstring name = DecodeUtf8(Succeed(L"api_sketch_create", LR"({"plane":"XY"})").value("name", ""));
+  EXPECT_EQ(sketch::SketchNameCounter, 10'000);
+  EXPECT_NE(name, L"SKETCH_10001");
+  EXPECT_NE(FeatureNamed(name), nullptr);
+}
+
 TEST_F(SketchCreate, CreateRefusals) {
   ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"XY"})", L"No active document.");
   EXPECT_EQ(CountCaptured(L"Sketch Create: no active part"), 1);
@@ -243,6 +252,19 @@ TEST_F(SketchCreate, ListCountsTheSketchesOfTheActivePart) {
       listed.dataJson,
       LR"([{"name":"A","plane":"FRONT","lines":4,"circles":1,"arcs":1,"entities":7,"committed":true},)"
       LR"({"name":"b","plane":"RIGHT","lines":0,"circles":0,"arcs":0,"entities":2,"committed":false}])");
+}
+
+TEST_F(SketchCreate, ASketchDoesNotComeBackWithItsPart) {
+  NewPart();
+  CreateSketch(L"S");
+  Succeed(L"api_document_save_as", L"{\"file_path\":\"" + JsonPath(L"kept.prt") + L"\"}");
+  Succeed(L"api_document_close", LR"({"name_or_path":"kept"})");
+  Succeed(L"api_document_open", L"{\"file_path\":\"" + JsonPath(L"kept.prt.1") + L"\"}");
+  ASSERT_NE(FeatureNamed(L"S"), nullptr);
+  ExpectFailure(L"api_sketch_point", LR"({"sketch_name":"S","x":1,"y":1})",
+                L"Sketch belongs to a different document than the active one.");
+  ExpectFailure(L"api_sketch_create", LR"({"name":"S","plane":"XY"})", L"Sketch 'S' already exists.");
+  EXPECT_EQ(Run(L"api_sketch_list").dataJson, L"[]");
 }
 
 TEST_F(SketchCreate, DrawingNeedsASketchOfTheActivePart) {

@@ -46,6 +46,21 @@ std::vector<std::wstring> SketchTest::LogLines() {
   return lines;
 }
 
+void CommittedSketchTest::SetUp() {
+  SketchTest::SetUp();
+  NewPart();
+  CreateSketch(L"S");
+  features_before_ = Current().features.size();
+  ClearCapturedLog();
+}
+
+void CommittedSketchTest::ExpectUncommitted(std::size_t entities) {
+  EXPECT_FALSE(Session(L"S").has_feature);
+  EXPECT_EQ(Session(L"S").feature.id, 0);
+  EXPECT_EQ(Session(L"S").entities.size(), entities);
+  EXPECT_EQ(Current().features.size(), features_before_ - 1);
+}
+
 void ExpectPoint(const bench::Point2& point, double x, double y) {
   EXPECT_NEAR(point[0], x, 1e-9);
   EXPECT_NEAR(point[1], y, 1e-9);

@@ -1,6 +1,7 @@
 // A part with a sketch in it, and looks at what the sketch has become.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,16 @@ class SketchTest : public OperationTest {
 
   // The operation side's log since the last `ClearCapturedLog`.
   std::vector<std::wstring> LogLines();
+};
+
+// A part with the sketch "S" in it, whose commits are to be looked at.
+class CommittedSketchTest : public SketchTest {
+ protected:
+  void SetUp() override;
+  // The sketch has no feature in the model, and its geometry is still there.
+  void ExpectUncommitted(std::size_t entities);
+
+  std::size_t features_before_ = 0;  // that of the sketch included
 };
 
 // A line, centerline or point pair within 1e-9 of these coordinates.

@@ -96,6 +96,19 @@ TEST_F(SketchGeometry, ANegativeSweepDrawsTheSameArcFromItsOtherEnd) {
   ExpectArc(Entity(L"S", 3), {0, 0}, 5, kPi * 5 / 3, kPi * 7 / 3);
 }
 
+// The bench completes no such feature, but the section has taken the arc as it was given.
+TEST_F(SketchGeometry, AnArcOfTwoTurnsIsLeftToTheHost) {
+  ExpectFailure(L"api_sketch_arc", LR"({"sketch_name":"S","radius":5,"sweep_angle_deg":720})",
+                L"Sketch feature created but Creo could not complete it (redefine failed).");
+  ASSERT_EQ(Session(L"S").entities.size(), 2u);
+  Pro2dEntdef* entity = nullptr;
+  ASSERT_EQ(ProSectionEntityGet(Session(L"S").section, Session(L"S").entities[1].entity_id, &entity),
+            PRO_TK_NO_ERROR);
+  ASSERT_EQ(entity->type, PRO_2D_ARC);
+  EXPECT_NEAR(reinterpret_cast<Pro2dArcdef*>(entity)->start_angle, 0, 1e-12);
+  EXPECT_NEAR(reinterpret_cast<Pro2dArcdef*>(entity)->end_angle, 4 * kPi, 1e-12);
+}
+
 TEST_F(SketchGeometry, APolylineClosesFromItsLastPoint) {
   Draw(L"api_sketch_polyline", L"S", LR"("points":[[0,0],[4,0],[4,3]],"closed":true)");
   ExpectEnds(Entity(L"S", 2), PRO_2D_LINE, {0, 0}, {4, 0});

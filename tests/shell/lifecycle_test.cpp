@@ -105,8 +105,11 @@ TEST_F(AddinStart, GoesOnWithoutATimer) {
   TheHost().faults.Fail("ProUIDialogCreate", -1);
   TheHost().faults.Fail("ProUITimerCreate", -1);
   Start();
+  EXPECT_EQ(NamesSince(0), (Names{"ProWindowCurrentGet", "ProWindowBrowserSizeSet", "ProWindowURLShow",
+                                  "ProUIDialogCreate", "ProUITimerCreate", "ProUIDialogTimerStart"}));
   EXPECT_TRUE(Logged(L"File open dialog created"));
   EXPECT_TRUE(Logged(L"File open polling timer initialized"));
+  EXPECT_TRUE(Logged(L"File open polling timer started (100ms interval)"));
   EXPECT_TRUE(Logged(L"Server status: ACTIVE"));
 
   const auto mark = TheHost().journal.Mark();

@@ -113,7 +113,7 @@ CreoMcpOperationResult MakeSeededSection(SketchSession& session) {
   ProSectionNameSet(session.section, name);
 
   const double scale = MmToModelScale(session.model);
-  SectionPen pen(session, scale, true);
+  SectionPen pen(session, 1, true);  // the origin is the origin at any scale, also at one that is no number
   if (!pen.Point({0, 0})) return MakeFailureResult(L"Failed to seed sketch geometry.");
   LogOperation(Format(L"Sketch Create: seeded construction point id=%d at origin (scale=%g)",
                       session.entities.back().entity_id, scale));
