@@ -41,25 +41,9 @@ void RequireCall(const std::string& name) {
 void ShowJournal(ConsoleWords arguments, const ConsoleSay& say) {
   const std::size_t wanted =
       arguments.empty() ? kJournalLines : static_cast<std::size_t>(ReadCount(arguments[0], "N"));
-  struct Line {
-    JournalEntry entry;
-    int times;
-  };
-  std::vector<Line> lines;
-  for (JournalEntry& entry : TheHost().journal.Last(Journal::kCapacity)) {
-    const bool repeats = !lines.empty() && lines.back().entry.name == entry.name &&
-                         lines.back().entry.arguments == entry.arguments &&
-                         lines.back().entry.status == entry.status;
-    if (repeats)
-      ++lines.back().times;
-    else
-      lines.push_back({std::move(entry), 1});
-  }
-  for (std::size_t i = lines.size() - std::min(wanted, lines.size()); i < lines.size(); ++i) {
-    const auto& [entry, times] = lines[i];
+  for (const auto& [entry, times] : TheHost().journal.LastRuns(wanted))
     say(std::to_string(entry.number) + " " + entry.name + "(" + entry.arguments +
         ") = " + std::to_string(entry.status) + (times > 1 ? ", " + std::to_string(times) + " times" : ""));
-  }
 }
 
 void ScriptFault(ConsoleWords arguments, const ConsoleSay&) {

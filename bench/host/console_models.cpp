@@ -87,18 +87,34 @@ void ShowFaces(ConsoleWords, const ConsoleSay& say) {
   for (const auto& [id, line] : lines) say(line);
 }
 
+// A unit that is tried on a model, and set back unless it is kept.
+class TriedUnit {
+ public:
+  TriedUnit(Model& model, LengthUnit unit)
+      : model_(&model), before_(std::exchange(model.length_unit, unit)) {}
+  TriedUnit(const TriedUnit&) = delete;
+  TriedUnit& operator=(const TriedUnit&) = delete;
+  ~TriedUnit() {
+    if (model_) model_->length_unit = before_;
+  }
+  void Keep() { model_ = nullptr; }
+
+ private:
+  Model* model_;
+  LengthUnit before_;
+};
+
 void SetUnits(ConsoleWords arguments, const ConsoleSay&) {
   Model& model = RequireCurrentModel();
   const auto unit = LengthUnitOf(arguments[0]);
   if (!unit) throw ConsoleError("the units are mm, inch and m, not " + arguments[0]);
   if (model.type == PRO_MDL_DRAWING) throw ConsoleError("a drawing has no unit system");
-  const LengthUnit before = std::exchange(model.length_unit, *unit);
+  TriedUnit tried(model, *unit);
   // The numbers stay as they are, so the geometry they stand for grows or shrinks.
-  if (const ProError status = model.type == PRO_MDL_PART ? Regenerate(model) : PRO_TK_NO_ERROR) {
-    model.length_unit = before;
+  if (const ProError status = model.type == PRO_MDL_PART ? Regenerate(model) : PRO_TK_NO_ERROR)
     throw ConsoleError("the model does not regenerate in these units (status " + std::to_string(status) +
                        ")");
-  }
+  tried.Keep();
   model.modified = true;
 }
 

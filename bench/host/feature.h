@@ -24,8 +24,8 @@ struct PlaneFrame {
 struct GeometryItem {
   ProType type = PRO_TYPE_UNUSED;
   int id = -1;
-  std::string key;    // its name in the kernel's answers; empty for datums
-  bool alive = true;  // false while the geometry that came of the feature no longer has it
+  std::string key;      // its name in the kernel's answers; empty for datums
+  bool alive = true;    // false while the geometry that came of the feature no longer has it
   std::wstring name{};  // empty: unnamed
 };
 

@@ -140,11 +140,11 @@ FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode
     return Refused({kFeatureTypeElement, "names another kind of feature"});
   if (auto problem = kind->Check(tree)) return Refused(*problem);
 
+  // It starts as one that stands: what failed before may not fail again unnoticed.
   Feature candidate;
   candidate.id = feature.id;
   candidate.type = kind->Type(tree);
   candidate.name = feature.name;
-  candidate.status = feature.status;
   candidate.tree = WithoutSketcher(tree);
   candidate.section = SectionIn(tree);
   if (!candidate.section) candidate.section = std::make_shared<SectionData>(*feature.section);

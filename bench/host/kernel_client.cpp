@@ -30,7 +30,7 @@ namespace {
 // The "ok" of an answer to the request with that id.
 std::optional<nlohmann::json> ReadAnswer(const std::string& line, int id) {
   nlohmann::json answer = nlohmann::json::parse(line, nullptr, false);
-  if (!answer.is_object() || answer.value("id", -1) != id)
+  if (!answer.is_object() || !answer.contains("id") || answer["id"] != id)
     throw KernelLost("the geometry kernel answered what no one asked");
   if (const auto ok = answer.find("ok"); ok != answer.end()) return std::move(*ok);
   const auto error = answer.find("error");

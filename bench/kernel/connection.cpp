@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -17,6 +18,16 @@ namespace {
 
 [[noreturn]] void Fail(const char* what) {
   throw std::system_error(errno, std::generic_category(), what);
+}
+
+// Ends the process when the other side of the socket closes, unless this side was asked to stop before.
+void EndWithTheOtherSide(const std::stop_token& stop, int socket) {
+  pollfd watched{socket, POLLRDHUP, 0};
+  int ready = 0;
+  while ((ready = poll(&watched, 1, -1)) < 0 && errno == EINTR) {
+  }
+  // Neither destructors nor handlers: the thread that computes may hold any lock.
+  if (ready == 1 && !stop.stop_requested()) _exit(0);
 }
 
 }  // namespace
@@ -35,9 +46,14 @@ Connection::Connection(int port) : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CL
     errno = error;
     Fail("connect");
   }
+  watch_ =
+      std::jthread([socket = socket_](const std::stop_token& stop) { EndWithTheOtherSide(stop, socket); });
 }
 
 Connection::~Connection() {
+  watch_.request_stop();
+  shutdown(socket_, SHUT_RDWR);  // wakes the watch
+  watch_.join();
   close(socket_);
 }
 

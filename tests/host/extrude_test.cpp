@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numbers>
 
 #include "tests/host/feature_ground.h"
@@ -143,6 +145,7 @@ TEST_F(ExtrudeTest, WhatTheGeometryRefusesLeavesTheModelAsItWas) {
   const Creation refusals[] = {
       Extrude(*part_, open, {}),
       Extrude(*part_, circle, {.second_side = 1048576, .depth = {}}),
+      Extrude(*part_, circle, {.second_side = 524288, .depth = {}}),
       Extrude(*part_, circle, {.cut = true}),
   };
   for (const Creation& refusal : refusals) {
@@ -150,6 +153,9 @@ TEST_F(ExtrudeTest, WhatTheGeometryRefusesLeavesTheModelAsItWas) {
     EXPECT_GT(refusal.errors, 0);
   }
   EXPECT_EQ(Snapshot(*part_), before);
+  EXPECT_EQ(std::ranges::count_if(host().announcements.Lines(),
+                                  [](const std::string& line) { return line.starts_with("refused: "); }),
+            std::ssize(refusals));
   EXPECT_EQ(Extrude(*part_, circle, {}).status, PRO_TK_NO_ERROR) << "the next one works";
 }
 
@@ -237,6 +243,30 @@ TEST_F(ExtrudeTest, OptionThatKeepsAFailedFeatureKeepsItAndLeavesTheRestWorking)
   EXPECT_EQ(Extrude(*part_, Plate(L"FRONT"), {}).status, PRO_TK_NO_ERROR);
   ExpectVolume(40 * 20 * 10);
   EXPECT_EQ(part_->FindFeature(kept.feature.id)->status, PRO_FEAT_UNREGENERATED);
+}
+
+TEST_F(ExtrudeTest, RedefiningAFailedFeatureThatFailsAgainIsRefused) {
+  const ProFeature open =
+      Sketch(*part_, L"OPEN", L"FRONT", [](ProSection section) { support::AddLine(section, 0, 0, 10, 0); });
+  Tree tree;
+  FillExtrudeTree(tree, {});
+  const Creation kept = CreateFromSketch(*part_, tree.Root(), open, 6);
+  ASSERT_EQ(kept.status, PRO_TK_NO_ERROR);
+  const std::string before = Snapshot(*part_);
+
+  const Creation again =
+      Redraw(kept.feature, [](ProSection section) { support::AddLine(section, 10, 0, 10, 10); });
+  EXPECT_NE(again.status, PRO_TK_NO_ERROR);
+  EXPECT_GT(again.errors, 0);
+  EXPECT_EQ(Snapshot(*part_), before);
+
+  const Creation closed = Redraw(kept.feature, [](ProSection section) {
+    support::AddLine(section, 10, 0, 10, 10);
+    support::AddLine(section, 10, 10, 0, 0);
+  });
+  EXPECT_EQ(closed.status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(part_->FindFeature(kept.feature.id)->status, PRO_FEAT_ACTIVE);
+  ExpectVolume(10.0 * 10 / 2 * 10);
 }
 
 }  // namespace

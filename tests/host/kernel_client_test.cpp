@@ -80,9 +80,12 @@ TEST_F(KernelClientTest, KernelThatNeverAnswersIsLetGo) {
 }
 
 TEST_F(KernelClientTest, KernelThatTalksNonsenseIsNotBelieved) {
-  UseScript("talks_nonsense.sh");
-  EXPECT_FALSE(Answers());
-  EXPECT_TRUE(Complained("answered what no one asked"));
+  for (const char* script : {"talks_nonsense.sh", "answers_nobody.sh"}) {
+    host().announcements.Clear();
+    UseScript(script);
+    EXPECT_FALSE(Answers()) << script;
+    EXPECT_TRUE(Complained("answered what no one asked")) << script;
+  }
 }
 
 TEST_F(KernelClientTest, ProgramThatCantRunIsAClearComplaint) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 #include "tests/support/bench_fixture.h"
 
 namespace bench {
@@ -47,6 +49,12 @@ TEST_F(ProgramTest, AnAddinThatCantBeLoadedIsStatusTwo) {
       Run({L"--addin", L"C:\\windows\\system32\\kernel32.dll", L"--kernel", L"k", L"--work", directory()}),
       2);
   EXPECT_THAT(said, HasSubstr("the add-in has no entry point user_initialize_plus"));
+}
+
+TEST_F(ProgramTest, AnAddinThatRefusesToStartIsStatusThreeWithItsReason) {
+  const std::wstring addin = L"Z:" + std::filesystem::path(VEK_TEST_REFUSING_ADDIN).wstring();
+  EXPECT_EQ(Run({L"--addin", addin, L"--kernel", L"k", L"--work", directory()}), 3);
+  EXPECT_THAT(said, HasSubstr("refused to start (status -1): no licence"));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <numbers>
 #include <set>
 
+#include "bench/host/console.h"
 #include "bench/host/model_store.h"
 #include "tests/host/feature_ground.h"
 
@@ -145,6 +146,34 @@ TEST_F(RegenerationTest, CommitAsksTheKernelTwiceHoweverManyLinesThereAre) {
     EXPECT_LE(host().kernel.RequestsSent() - asked, 2);
   }
   EXPECT_EQ(IdsOf(*part_, PRO_CURVE).size(), 50u + 4u);
+}
+
+TEST_F(RegenerationTest, UnitsInWhichTheModelCannotBeMadeAreNotTaken) {
+  part_ = &NewCurrentPart(L"GAP");
+  // The outline is open by 5e-6: closed enough in millimetres, but not in metres, where that is 5e-3 mm.
+  const ProFeature sketch = Sketch(*part_, L"GAP", L"FRONT", [](ProSection section) {
+    support::AddLine(section, 0, 0, 4, 0);
+    support::AddLine(section, 4, 0, 4, 2);
+    support::AddLine(section, 4, 2, 0, 5e-6);
+  });
+  ASSERT_EQ(Extrude(*part_, sketch, {}).status, PRO_TK_NO_ERROR);
+  part_->modified = false;
+  const std::string before = Snapshot(*part_);
+  std::string said;
+  Console console([&said](const std::string& line) { said = line; });
+
+  console.Run("units m");
+  EXPECT_THAT(said, testing::HasSubstr("does not regenerate"));
+  EXPECT_EQ(Snapshot(*part_), before);
+
+  host().kernel.SetProgram(L"/nowhere/creokernel");
+  console.Run("units inch");
+  EXPECT_THAT(said, testing::HasSubstr("does not regenerate"));
+  EXPECT_EQ(Snapshot(*part_), before);
+
+  host().kernel.SetProgram(KernelProgram());
+  console.Run("units mm");
+  EXPECT_EQ(said, "ok");
 }
 
 }  // namespace

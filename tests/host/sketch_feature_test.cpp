@@ -208,7 +208,10 @@ TEST_F(SketchFeatureTest, StandsOnAPlanarFaceOfASolid) {
   tree.Reference(setup, 455, PlaneOf(*part_, L"RIGHT"));
   const Creation creation = Create(*part_, tree.Root(), 2);
   ASSERT_EQ(creation.status, PRO_TK_NO_ERROR);
-  EXPECT_NEAR(Of(creation.feature).plane.origin[2], 10, 1e-9);
+  const Vector3& origin = Of(creation.feature).plane.origin;
+  EXPECT_NEAR(origin[0], 0, 1e-9);
+  EXPECT_NEAR(origin[1], 0, 1e-9);
+  EXPECT_NEAR(origin[2], 10, 1e-9);
   EXPECT_NEAR(Of(creation.feature).plane.Normal()[2], 1, 1e-9);
 }
 

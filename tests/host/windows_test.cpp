@@ -63,6 +63,9 @@ TEST_F(WindowsTest, AWindowNeedsAModelInSessionOfThatNameAndType) {
 
 TEST_F(WindowsTest, OnlyActivatingMakesAModelCurrent) {
   Model& part = NewPart(L"BOLT");
+  EXPECT_EQ(ProMdlDisplay(Handle(part)), PRO_TK_NO_ERROR);
+  int none = -1;
+  EXPECT_EQ(ProMdlWindowGet(Handle(part), &none), PRO_TK_E_NOT_FOUND) << "display opens no window";
   const int window = Open(part);
   EXPECT_EQ(ProMdlDisplay(Handle(part)), PRO_TK_NO_ERROR);
   EXPECT_EQ(Current(), nullptr);

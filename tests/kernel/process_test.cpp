@@ -1,6 +1,7 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/socket.h>
@@ -74,6 +75,12 @@ class Host {
     return answer;
   }
 
+  // Whether nothing is answered for that long.
+  bool IsSilentFor(std::chrono::milliseconds span) {
+    pollfd watched{connection_, POLLIN, 0};
+    return poll(&watched, 1, static_cast<int>(span.count())) == 0;
+  }
+
   // Closes the connection and gives the kernel's exit code.
   int Close() {
     if (connection_ < 0) return -1;
@@ -130,6 +137,20 @@ TEST(Process, TakesAndGivesLongLines) {
   EXPECT_GT(request.size(), 65536u);
   host.Send(request);
   EXPECT_EQ(host.Receive()["ok"]["curves"].size(), 2002u);
+}
+
+TEST(Process, EndsWithTheConnectionAlsoInTheMidstOfAComputation) {
+  // Hundreds of holes, each a cut of its own in a body that has all those before: a matter of minutes.
+  Recipes recipes{Extrude(1, Front(), {Circle(1, 0, 0, 1000)})};
+  for (int i = 0; i < 400; ++i) {
+    recipes.push_back(Extrude(i + 2, Front(), {Circle(1, 10.0 * (i % 20), 10.0 * (i / 20), 3)}));
+    recipes.back()["operation"] = "cut";
+    recipes.back()["extent"] = {{"mode", "through_all"}};
+  }
+  Host host;
+  host.Send(Request(1, recipes));
+  ASSERT_TRUE(host.IsSilentFor(std::chrono::milliseconds(500))) << "it is at work";
+  EXPECT_EQ(host.Close(), 0);
 }
 
 TEST(Process, SaysHowItIsCalled) {
