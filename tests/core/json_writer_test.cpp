@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "addin/server/json_reader.h"
-
 namespace vek {
 namespace {
 
@@ -13,11 +11,6 @@ TEST(JsonWriting, EscapesWhatMayNotStandInAString) {
   EXPECT_EQ(JsonEscape(L"a/b \x00FC\x4E2D\x7F"), L"a/b \x00FC\x4E2D\x7F");
   const std::wstring pair = {wchar_t(0xD83D), wchar_t(0xDD29)};
   EXPECT_EQ(JsonEscape(pair), pair);
-}
-
-TEST(JsonWriting, EscapedTextsReadBackAsTheyWere) {
-  const std::wstring text = L"C:\\parts\\\"a\"\n\t\b\f\r/";
-  EXPECT_EQ(JsonReadString(L"\"" + JsonEscape(text) + L"\"", 0), text);
 }
 
 TEST(JsonWriting, ReportsABatchInTheOrderOfNames) {

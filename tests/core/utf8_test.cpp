@@ -6,21 +6,15 @@ namespace vek {
 namespace {
 
 TEST(Utf8, GoesToUtf16UnitsAndBack) {
-  const struct {
-    std::string bytes;
-    std::wstring units;
-  } cases[] = {
+  const std::pair<std::string, std::wstring> cases[] = {
       {"", L""},
       {std::string("a\0b", 3), std::wstring(L"a\0b", 3)},
-      {"\x7F", L"\x7F"},
       {"\xC2\x80", L"\x80"},
       {"\xDF\xBF", L"\x7FF"},
       {"\xE0\xA0\x80", L"\x800"},
-      {"\xE2\x82\xAC", L"\x20AC"},
       {"\xED\x9F\xBF", L"\xD7FF"},
       {"\xEF\xBF\xBF", L"\xFFFF"},
       {"\xF0\x90\x80\x80", {wchar_t(0xD800), wchar_t(0xDC00)}},
-      {"\xF0\x9F\x94\xA9", {wchar_t(0xD83D), wchar_t(0xDD29)}},
       {"\xF4\x8F\xBF\xBF", {wchar_t(0xDBFF), wchar_t(0xDFFF)}},
   };
   for (const auto& [bytes, units] : cases) {
@@ -34,11 +28,9 @@ TEST(Utf8, DecodesNothingOfAMalformedText) {
   for (const char* const bytes : {
            "good \x80",             // stray continuation
            "\xC3",                  // cut off
-           "\xE2\x82",              // cut off
            "\xC3(",                 // continuation missing
            "\xC0\xAF",              // overlong slash
            "\xE0\x80\xAF",          // overlong
-           "\xF0\x80\x80\xAF",      // overlong
            "\xED\xA0\x80",          // encoded surrogate
            "\xF4\x90\x80\x80",      // above 10FFFF
            "\xF8\x88\x80\x80\x80",  // five bytes

@@ -24,8 +24,6 @@ TEST(ExtrudeOnPlane, GrowsAlongTheNormalOfEachDatumPlane) {
     ExpectClose(Volume(forward), 6000);  // 20 · 30 · 10
     ExpectClose(Volume(back), 6000);
     ExpectClose(forward["mass"]["area"].get<double>(), 2200);  // 2 (600 + 200 + 300)
-    EXPECT_EQ(forward["faces"].size(), 6u);
-    EXPECT_EQ(forward["edges"].size(), 12u);
   }
 }
 
@@ -38,10 +36,7 @@ TEST(ExtrudeExtent, ReachesAsFarAsItsModeSays) {
       {{.mode = "blind", .depth = 8}, 0, 8},
       {{.mode = "blind", .depth = 8, .reverse = true}, -8, 0},
       {{.mode = "symmetric", .depth = 8}, -4, 4},
-      {{.mode = "symmetric", .depth = 8, .reverse = true}, -4, 4},
-      {{.mode = "two", .depth = 8, .depth2 = 3}, -3, 8},
       {{.mode = "two", .depth = 8, .depth2 = 3, .reverse = true}, -8, 3},
-      {{.mode = "two", .depth = 8, .depth2 = 0}, 0, 8},
       {{.mode = "two", .depth = 0, .depth2 = 3}, -3, 0},
   };
   for (const Case& one : cases) {
@@ -78,23 +73,14 @@ TEST(ExtrudeToBody, JoinsAndCutsUpToItsSurfaces) {
     double change;  // in heights of a post of 100 mm²
   };
   const Case cases[] = {
-      {"a post to the upper plate", 15, {.mode = "to_next"}, 15},
       {"a post to the lower plate", 15, {.mode = "to_next", .reverse = true}, 5},
-      {"a foot under the lower plate", -5, {.mode = "to_next"}, 5},
       {"a post from plate to plate", 10, {.mode = "to_next"}, 20},
-      {"a post to the last surface, through the upper plate", 15, {.mode = "through_all"}, 15},
       {"a foot and a post through all", -5, {.mode = "through_all"}, 5 + 20},
       {"nothing to add inside the upper plate", 32, {.mode = "through_all"}, 0},
       {"a hole through the lower plate alone", -5, {.operation = "cut", .mode = "to_next"}, -10},
       {"what is left of the lower plate above the section", 4, {.operation = "cut", .mode = "to_next"}, -6},
-      {"a hole through the upper plate alone",
-       50,
-       {.operation = "cut", .mode = "to_next", .reverse = true},
-       -10},
+      {"a hole from above", 50, {.operation = "cut", .mode = "to_next", .reverse = true}, -10},
       {"a hole through both plates", 0, {.operation = "cut", .mode = "through_all"}, -20},
-      {"a hole through the upper plate only", 20, {.operation = "cut", .mode = "through_all"}, -10},
-      {"a blind pit", 40, {.operation = "cut", .depth = 3, .reverse = true}, -3},
-      {"a pit to both sides", 35, {.operation = "cut", .mode = "symmetric", .depth = 4}, -4},
       {"a pit of two depths", 35, {.operation = "cut", .mode = "two", .depth = 1, .depth2 = 2}, -3},
   };
   for (const Case& one : cases) {
@@ -105,10 +91,6 @@ TEST(ExtrudeToBody, JoinsAndCutsUpToItsSurfaces) {
 }
 
 TEST(ExtrudeToBody, IsRefusedWhereNoSurfaceIsMet) {
-  struct Case {
-    const char* reason;
-    Recipes recipes;
-  };
   const auto beside = [](const Extrusion& how) {
     Recipes recipes = Rack();
     recipes.push_back(Extrude(4, FrontAt(5), Rectangle(1, 100, 0, 10, 10), how));
@@ -117,34 +99,32 @@ TEST(ExtrudeToBody, IsRefusedWhereNoSurfaceIsMet) {
   const auto alone = [](const Extrusion& how) {
     return Recipes{Extrude(4, Front(), Rectangle(1, 0, 0, 9, 9), how)};
   };
-  const Case cases[] = {
-      {"There is no body that the section could meet.", alone({.mode = "through_all"})},
+  const std::pair<const char*, Recipes> cases[] = {
       {"There is no body that the section could meet.", alone({.mode = "to_next"})},
-      {"There is no body that the section could meet.", alone({.operation = "cut", .mode = "to_next"})},
       {"There is no body to cut.", alone({.operation = "cut"})},
-      {"The section meets no body in its direction.", RackWith(40, {.mode = "to_next"})},
       {"The section meets no body in its direction.",
        RackWith(40, {.operation = "cut", .mode = "through_all"})},
       {"The section meets no next surface in its direction.", beside({.mode = "to_next"})},
       {"The body does not bound the section in its direction.", beside({.mode = "through_all"})},
       {"The section meets no body in its direction.", beside({.operation = "cut", .mode = "to_next"})},
-      {"The cut removes nothing from the body.", beside({.operation = "cut", .mode = "through_all"})},
       {"The cut removes nothing from the body.", beside({.operation = "cut"})},
       {"There is no room between the section and the body.", RackWith(5, {.mode = "to_next"})},
   };
-  for (const Case& one : cases) EXPECT_EQ(Reason(one.recipes), one.reason);
+  for (const auto& [reason, recipes] : cases) EXPECT_EQ(Reason(recipes), reason);
 }
 
 TEST(ExtrudeCut, IsRefusedWhenItTouchesTheBodyOnlyOrTakesAllOfIt) {
-  const json block = Extrude(1, Front(), Rectangle(1, 0, 0, 10, 10));
-  const auto cut = [&](double x, double y, double size, double depth) {
-    return Reason(
-        {block, Extrude(2, Front(), Rectangle(1, x, y, size, size), {.operation = "cut", .depth = depth})});
+  const auto part = [&](double x, double y, double size, double depth) {
+    return Regenerate(
+        {Extrude(1, Front(), Rectangle(1, 0, 0, 10, 10)),
+         Extrude(2, Front(), Rectangle(1, x, y, size, size), {.operation = "cut", .depth = depth})});
   };
-  EXPECT_EQ(cut(10, 2, 5, 10), "The cut removes nothing from the body.");
-  EXPECT_EQ(cut(0, 0, 10, 10), "The cut removes the whole body.");
-  EXPECT_EQ(cut(-5, -5, 20, 20), "The cut removes the whole body.");
-  EXPECT_EQ(cut(2, 2, 5, 5), "");
+  const json beside = part(10, 2, 5, 10), whole = part(-5, -5, 20, 20);
+  EXPECT_EQ(beside["features"][1]["reason"], "The cut removes nothing from the body.");
+  EXPECT_EQ(whole["features"][1]["reason"], "The cut removes the whole body.");
+  // What is refused leaves the body to those behind it.
+  ExpectClose(Volume(beside), 1000);
+  ExpectClose(Volume(whole), 1000);
 }
 
 TEST(ExtrudeCut, RemovesAScratchFromALargeBody) {
@@ -156,41 +136,27 @@ TEST(ExtrudeCut, RemovesAScratchFromALargeBody) {
 }
 
 TEST(ExtrudeDepth, MustBeAboveZero) {
-  struct Case {
-    Extrusion how;
-    const char* reason;
-  };
-  const Case cases[] = {
+  const std::pair<Extrusion, const char*> cases[] = {
       {{.depth = 0}, "The depth must be above 0."},
-      {{.depth = -3}, "The depth must be above 0."},
-      {{.mode = "symmetric", .depth = 0}, "The depth must be above 0."},
+      {{.mode = "symmetric", .depth = -3}, "The depth must be above 0."},
       {{.mode = "two", .depth = 0, .depth2 = 0}, "The depth must be above 0."},
       {{.mode = "two", .depth = 3, .depth2 = -1}, "Neither of the two depths may be below 0."},
       {{.mode = "two", .depth = -1, .depth2 = 3}, "Neither of the two depths may be below 0."},
       {{.depth = 1e9}, "The depth is too large."},
   };
-  for (const Case& one : cases)
-    EXPECT_EQ(Reason({Extrude(1, Front(), Rectangle(1, 0, 0, 5, 5), one.how)}), one.reason);
+  for (const auto& [how, reason] : cases)
+    EXPECT_EQ(Reason({Extrude(1, Front(), Rectangle(1, 0, 0, 5, 5), how)}), reason);
 }
 
 TEST(ExtrudeJoin, KeepsBodiesThatDoNotMeetApart) {
   const json first = Extrude(1, Front(), Rectangle(1, 0, 0, 10, 10));
-  const json apart = Built({first, Extrude(2, Front(), Rectangle(1, 20, 0, 5, 10))});
+  const json second = Extrude(2, Front(), Rectangle(1, 20, 0, 5, 10));
+  const json apart = Built({first, second});
   EXPECT_EQ(apart["bodies"], 2);
   ExpectClose(Volume(apart), 1000 + 500);
-  const json bridged = Built({first, Extrude(2, Front(), Rectangle(1, 20, 0, 5, 10)),
-                              Extrude(3, Front(), Rectangle(1, 5, 4, 18, 2), {.depth = 5})});
+  const json bridged = Built({first, second, Extrude(3, Front(), Rectangle(1, 5, 4, 18, 2), {.depth = 5})});
   EXPECT_EQ(bridged["bodies"], 1);
   ExpectClose(Volume(bridged), 1500 + 10 * 2 * 5);  // the bridge spans x 10..20 between the two
-}
-
-TEST(ExtrudeRefused, LeavesTheBodyToTheFeaturesBehindIt) {
-  const json part = Regenerate({Extrude(1, Front(), Rectangle(1, 0, 0, 10, 10)),
-                                Extrude(2, Front(), Rectangle(1, 50, 0, 5, 5), {.operation = "cut"}),
-                                Extrude(3, FrontAt(10), Rectangle(1, 0, 0, 10, 10), {.depth = 2})});
-  EXPECT_EQ(part["features"][1]["status"], "refused");
-  EXPECT_EQ(part["features"][2]["status"], "ok");
-  ExpectClose(Volume(part), 1200);
 }
 
 }  // namespace

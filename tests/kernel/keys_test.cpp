@@ -30,32 +30,19 @@ TEST(Keys, NameTheFeatureAndTheEntity) {
   EXPECT_TRUE(KeySet(part["edges"]).count("41:end|41:side:3"));
 }
 
-TEST(Keys, StayWhenAFeatureIsAppended) {
-  const json before = Built({Block()});
-  const json holed = Built(
-      {Block(), Extrude(50, Front(), {Circle(5, 20, 15, 3)}, {.operation = "cut", .mode = "through_all"})});
-  EXPECT_TRUE(Includes(KeySet(holed["faces"]), KeySet(before["faces"])));
-  EXPECT_TRUE(Includes(KeySet(holed["edges"]), KeySet(before["edges"])));
-  const json boss = Built({Block(), Extrude(50, FrontAt(10), {Circle(5, 20, 15, 3)})});
-  EXPECT_TRUE(Includes(KeySet(boss["faces"]), KeySet(before["faces"])));
-  EXPECT_TRUE(Includes(KeySet(boss["edges"]), KeySet(before["edges"])));
-}
-
-TEST(Keys, StayWhenANumberChanges) {
-  const auto part = [](double depth, double radius) {
+TEST(Keys, StayWhenAFeatureIsAppendedOrANumberChanges) {
+  const auto holed = [](double depth, double radius) {
     return Built(
         {Extrude(41, Front(), Rectangle(1, 0, 0, 40, 30), {.depth = depth}),
          Extrude(50, Front(), {Circle(5, 20, 15, radius)}, {.operation = "cut", .mode = "through_all"})});
   };
-  const json small = part(10, 3), large = part(25, 9);
-  EXPECT_EQ(KeySet(small["faces"]), KeySet(large["faces"]));
-  EXPECT_EQ(KeySet(small["edges"]), KeySet(large["edges"]));
-}
-
-TEST(Keys, AreTheSameForTheSameRecipes) {
-  const Recipes recipes = {
-      Block(), Extrude(50, FrontAt(10), Slot(1, 5, 2), {.operation = "cut", .depth = 4, .reverse = true})};
-  EXPECT_EQ(Regenerate(recipes), Regenerate(recipes));
+  const json before = Built({Block()}), small = holed(10, 3), large = holed(25, 9);
+  const json boss = Built({Block(), Extrude(50, FrontAt(10), {Circle(5, 20, 15, 3)})});
+  for (const char* const list : {"faces", "edges"}) {
+    EXPECT_TRUE(Includes(KeySet(small[list]), KeySet(before[list]))) << list;
+    EXPECT_TRUE(Includes(KeySet(boss[list]), KeySet(before[list]))) << list;
+    EXPECT_EQ(KeySet(small[list]), KeySet(large[list])) << list;
+  }
 }
 
 TEST(Keys, NumberThePartsOfASplitFaceByTheirCentres) {
@@ -101,24 +88,6 @@ TEST(Keys, OfTheFirstEntityHoldWhereSidesOfOneSectionMerge) {
   EXPECT_EQ(KeySet(Built({angle})["faces"]), faces);
   const json more = Built({angle, Extrude(50, FrontAt(10), {Circle(1, 5, 5, 2)})});
   EXPECT_TRUE(Includes(KeySet(more["faces"]), faces));
-}
-
-TEST(Keys, OfARevolveNameItsEnds) {
-  const json part =
-      Built({Revolve(6, Front(), Together(Rectangle(1, 10, 0, 5, 4), Centerline(9, 0, 0, 0, 1)), 90)});
-  // The start is the section's place, the end lies a quarter turn on, where +X has become -Z.
-  ExpectClose(FaceNamed(part, "6:start")["normal"], {0, 0, 1});
-  ExpectClose(FaceNamed(part, "6:end")["normal"], {-1, 0, 0});
-}
-
-TEST(Keys, SurviveACutInTwo) {
-  const json part = Built({Block(), Extrude(50, Front(), Rectangle(1, 10, -1, 10, 40),
-                                            {.operation = "cut", .mode = "through_all"})});
-  EXPECT_EQ(part["bodies"], 2);
-  EXPECT_EQ(KeySet(part["faces"]),
-            (std::set<std::string>{"41:start", "41:start#2", "41:end", "41:end#2", "41:side:1", "41:side:1#2",
-                                   "41:side:2", "41:side:3", "41:side:3#2", "41:side:4", "50:side:2",
-                                   "50:side:4"}));
 }
 
 }  // namespace

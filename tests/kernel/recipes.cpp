@@ -132,12 +132,16 @@ std::string Reason(const Recipes& recipes) {
   return part.at("features").back().value("reason", "");
 }
 
-json FaceNamed(const json& part, const std::string& key) {
-  for (const json& face : part.at("faces")) {
-    if (face.at("key") == key) return face;
+json Named(const json& list, const std::string& key) {
+  for (const json& entry : list) {
+    if (entry.at("key") == key) return entry;
   }
-  ADD_FAILURE() << "no face " << key;
+  ADD_FAILURE() << "no entry " << key;
   return json::object();
+}
+
+json FaceNamed(const json& part, const std::string& key) {
+  return Named(part.at("faces"), key);
 }
 
 std::vector<std::string> Keys(const json& list) {

@@ -77,6 +77,8 @@ json Built(const Recipes& recipes);
 // The reason for which the last recipe was refused; empty when it was not.
 std::string Reason(const Recipes& recipes);
 
+// The entry of a list that has the key.
+json Named(const json& list, const std::string& key);
 json FaceNamed(const json& part, const std::string& key);
 std::vector<std::string> Keys(const json& list);
 double Volume(const json& part);

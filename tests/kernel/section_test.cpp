@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "tests/kernel/recipes.h"
 
 namespace bench::kernel::testing {
@@ -14,29 +12,19 @@ TEST(Section, BoundsTheAreaOfItsLoops) {
     double area;
     int bodies;
   };
-  const double root = std::sqrt(2.0);
   const Case cases[] = {
-      {"a circle", {Circle(1, 3, 4, 5)}, kPi * 25, 1},
       {"an arc of more than a turn", {Arc(1, 0, 0, 5, 1, 1 + 2.5 * kPi)}, kPi * 25, 1},
-      {"two half circles", {Arc(1, 0, 0, 5, 0, kPi), Arc(2, 0, 0, 5, kPi, 2 * kPi)}, kPi * 25, 1},
       {"an arc that runs through the angle 0",
        {Arc(1, 0, 0, 2, 1.5 * kPi, 0.5 * kPi), Line(2, 0, 2, 0, -2)},
        kPi * 2,
        1},
       {"a tall ellipse", {Ellipse(1, 0, 0, 3, 8)}, kPi * 24, 1},
-      {"a wide ellipse", {Ellipse(1, 0, 0, 8, 3)}, kPi * 24, 1},
-      {"a slot", Slot(1, 10, 5), 20 * 10 + kPi * 25, 1},
       {"a plate with a round and a square hole",
        Together(Rectangle(1, 0, 0, 40, 20), Circle(11, 10, 10, 3), Rectangle(21, 25, 5, 10, 10)),
        800 - kPi * 9 - 100, 1},
       {"an island in a hole",
        Together(Rectangle(1, 0, 0, 40, 40), Circle(11, 20, 20, 15), Rectangle(21, 15, 15, 10, 10)),
        1600 - kPi * 225 + 100, 2},
-      {"a hole in an island",
-       {Circle(1, 0, 0, 10), Circle(2, 0, 0, 8), Circle(3, 0, 0, 6), Circle(4, 0, 0, 2)},
-       kPi * (100 - 64 + 36 - 4),
-       2},
-      {"two loops side by side", Together(Rectangle(1, 0, 0, 5, 5), Circle(9, 20, 0, 3)), 25 + kPi * 9, 2},
       {"sides in any order and direction",
        {Line(4, 0, 0, 0, 5), Line(2, 5, 5, 5, 0), Line(1, 0, 0, 5, 0), Line(3, 5, 5, 0, 5)},
        25,
@@ -45,20 +33,11 @@ TEST(Section, BoundsTheAreaOfItsLoops) {
        {Line(1, 0, 0, 10, 0), Arc(2, 0, 0, 10, 0, kPi / 4), Line(3, 7.071068, 7.071068, 0, 0)},
        kPi * 100 / 8,
        1},
-      {"a spline through points of a line",
-       {Spline(1, {{0, 0}, {3, 0}, {7, 0}, {12, 0}}), Line(2, 12, 0, 12, 4), Line(3, 12, 4, 0, 4),
-        Line(4, 0, 4, 0, 0)},
-       48,
-       1},
       // The wave is its own mirror image about (10, 0): what it adds to the left it takes off to the right.
       {"a spline wave over a strip",
        {Spline(1, {{0, 0}, {5, 2}, {10, 0}, {15, -2}, {20, 0}}), Line(2, 20, 0, 20, 6), Line(3, 20, 6, 0, 6),
         Line(4, 0, 6, 0, 0)},
        120,
-       1},
-      {"a lens of two arcs",
-       {Arc(1, 0, 0, root, -kPi / 4, kPi / 4), Arc(2, 2, 0, root, 0.75 * kPi, 1.25 * kPi)},
-       2 * (kPi / 4 * 2 - 1),
        1},
   };
   for (const Case& one : cases) {
@@ -77,31 +56,20 @@ TEST(Section, IgnoresWhatBoundsNothing) {
 }
 
 TEST(Section, IsRefusedWithTheReason) {
-  struct Case {
-    const char* reason;
-    Entities entities;
-  };
   const Entities square = Rectangle(1, 0, 0, 10, 10);
-  const Case cases[] = {
-      {"The section has no curves that bound an area.", Entities{}},
+  const std::pair<const char*, Entities> cases[] = {
       {"The section has no curves that bound an area.", {AsConstruction(Circle(1, 0, 0, 5)), Point(2, 0, 0)}},
       {"The section is open at (10, 10).", {Line(1, 10, 10, 0, 0), Line(2, 0, 0, 10, 0)}},
       {"The section is open at (5, 0).", {Arc(1, 0, 0, 5, 0, kPi)}},
       {"Entities 1 and 3 of the section meet at (5, 5).", Polygon(1, {{0, 0}, {10, 10}, {10, 0}, {0, 10}})},
       {"Entities 2 and 11 of the section meet at (10, 5).", Together(square, Rectangle(11, 5, 5, 10, 10))},
-      {"Entities 2 and 11 of the section meet at (10, 2).", Together(square, Rectangle(11, 10, 2, 5, 5))},
       {"Entities 1 and 11 of the section meet at (5, 0).", Together(square, Circle(11, 5, 5, 5))},
       {"Entities 1 and 2 of the section meet at (5, 0).", Polygon(1, {{0, 0}, {10, 0}, {5, 0}, {5, 5}})},
       {"Entities 1 and 2 of the section meet at (5, 0).", {Circle(1, 0, 0, 5), Circle(2, 10, 0, 5)}},
       {"More than two ends of the section meet at (10, 10).", Together(square, Rectangle(11, 10, 10, 5, 5))},
-      {"More than two ends of the section meet at (5, 0).", {Circle(1, 0, 0, 5), Circle(2, 0, 0, 5)}},
-      {"Entity 5 is a line without length.", Together(square, Line(5, 3, 3, 3, 3))},
       {"Entity 5 is a line without length.", Together(square, AsConstruction(Line(5, 3, 3, 3, 3)))},
       {"Entity 5 is a line without length.", Together(square, Centerline(5, 3, 3, 3, 3))},
-      {"Entity 5 needs a radius above 0.", {Circle(5, 0, 0, 0)}},
       {"Entity 5 needs a radius above 0.", {Circle(5, 0, 0, -2)}},
-      {"Entity 5 needs a radius above 0.", {Arc(5, 0, 0, 0, 0, 7)}},
-      {"Entity 5 needs a radius above 0.", {Ellipse(5, 0, 0, 3, 0)}},
       {"Entity 5 needs a radius above 0.", {Ellipse(5, 0, 0, -3, 1)}},
       {"Entity 5 spans no angle.", {Arc(5, 0, 0, 3, 1, 1)}},
       {"Entity 5 is a spline through fewer than two points.", {Spline(5, {{1, 1}})}},
@@ -110,10 +78,7 @@ TEST(Section, IsRefusedWithTheReason) {
       {"Entity 5 lies too far away.", {Circle(5, 1e9, 0, 1)}},
       {"Entity 5 has too large a radius.", {Circle(5, 0, 0, 1e9)}},
   };
-  for (const Case& one : cases) EXPECT_EQ(Reason({Extrude(1, Front(), one.entities)}), one.reason);
-}
-
-TEST(Section, IsRefusedWhenASplineCrossesItself) {
+  for (const auto& [reason, entities] : cases) EXPECT_EQ(Reason({Extrude(1, Front(), entities)}), reason);
   const Entities loop = {Spline(1, {{0, 0}, {10, 0}, {14, 5}, {10, 8}, {7, 5}, {10, -3}, {12, -5}}),
                          Line(2, 12, -5, 0, -5), Line(3, 0, -5, 0, 0)};
   EXPECT_EQ(Reason({Extrude(1, Front(), loop)}).substr(0, 24), "Entity 1 meets itself at");

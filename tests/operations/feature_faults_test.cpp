@@ -2,8 +2,6 @@
 // what it was given, and leaves a session in which the same operation works.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "addin/text/format.h"
 #include "addin/text/utf8.h"
 #include "tests/operations/feature_test.h"
@@ -13,21 +11,11 @@ namespace {
 
 class FeatureFaults : public FeatureTest {
  protected:
-  void SetUp() override {
-    FeatureTest::SetUp();
-    NewPart();
-  }
-
-  // The calls since `mark` that can be made to fail.
-  int FailableSince(std::uint64_t mark) {
-    const auto calls = CallsSince(mark);
-    return static_cast<int>(
-        std::ranges::count_if(calls, [](const std::string& call) { return !call.ends_with("Free"); }));
-  }
-
-  void ExpectCleanLedger() {
-    EXPECT_TRUE(host().ledger.Outstanding().empty());
-    EXPECT_TRUE(host().ledger.Violations().empty());
+  // The calls since the mark that can be made to fail.
+  std::vector<std::string> FailableCalls() {
+    auto calls = CallsSince(mark_);
+    std::erase_if(calls, [](const std::string& call) { return call.ends_with("Free"); });
+    return calls;
   }
 
   // Runs `operation` on a fresh sketch of `draw` with its calls failing one after another.
@@ -42,7 +30,7 @@ class FeatureFaults : public FeatureTest {
       return [=, this] { return Run(operation, Format(LR"({"sketch_name":"%s"%s})", sketch, more)); };
     };
     ASSERT_TRUE(run()().success);
-    const int calls = FailableSince(mark_);
+    const int calls = static_cast<int>(FailableCalls().size());
     ASSERT_GT(calls, 50);
     RemoveNewest(2);
     for (int number = 1; number <= calls; ++number) {
@@ -50,9 +38,10 @@ class FeatureFaults : public FeatureTest {
       faults().FailNumber(number, PRO_TK_GENERAL_ERROR);
       const auto result = attempt();
       faults().Clear();
-      SCOPED_TRACE("call " + std::to_string(number) + ", " + NameOfCall(number));
+      SCOPED_TRACE("call " + std::to_string(number) + ", " + FailableCalls().at(number - 1));
       EXPECT_FALSE(result.message.empty());
-      ExpectCleanLedger();
+      EXPECT_TRUE(host().ledger.Outstanding().empty());
+      EXPECT_TRUE(host().ledger.Violations().empty());
       EXPECT_EQ(Current().features.size(), features_before_ + (result.success ? 1 : 0));
       RemoveNewest(result.success ? 2 : 1);
     }
@@ -60,17 +49,8 @@ class FeatureFaults : public FeatureTest {
   }
 
  private:
-  std::string NameOfCall(int number) {
-    for (const auto& entry : host().journal.Since(mark_))
-      if (!entry.name.ends_with("Free") && --number == 0) return entry.name;
-    return "none";
-  }
-
   void RemoveNewest(int count) {
-    for (int i = 0; i < count; ++i) {
-      const std::wstring name = Current().features.back()->name;
-      Succeed(L"api_feature_delete", Format(LR"({"feature_name":"%s"})", name));
-    }
+    for (int i = 0; i < count; ++i) Delete(std::wstring(Current().features.back()->name));
   }
 
   std::size_t features_before_ = 0;
@@ -85,7 +65,7 @@ TEST_F(FeatureFaults, Extrude) {
 TEST_F(FeatureFaults, RevolveThatPreparesItsAxis) {
   Sweep(L"api_feature_revolve", LR"(,"angle_deg":90)", [this](const std::wstring& sketch) {
     Rectangle(sketch, L"XY", 2, 0, 5, 3);
-    ConstructionLine(sketch, 0, -5, 0, 5);
+    Draw(L"api_sketch_polyline", sketch, LR"("points":[[0,-5],[0,5]],"construction":true)");
   });
 }
 

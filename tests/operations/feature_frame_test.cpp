@@ -14,21 +14,38 @@ using feature::FeatureInfo;
 using feature::FeatureLookup;
 using testing::ElementsAre;
 
-using FeatureFrame = FeatureTest;
+// Features put at the end of the part behind the operations' back, without geometry.
+class FeatureFrame : public FeatureTest {
+ protected:
+  bench::Feature& AddFeature(int type, const std::wstring& name) {
+    auto feature = std::make_unique<bench::Feature>();
+    feature->id = Current().next_id++;
+    feature->type = static_cast<ProFeattype>(type);
+    feature->name = name;
+    Current().features.push_back(std::move(feature));
+    return *Current().features.back();
+  }
 
-FeatureInfo Found(bench::Model& part, const std::wstring& name) {
-  FeatureInfo info;
-  EXPECT_TRUE(FeatureLookup(bench::Handle(part), name, info, false).success) << EncodeUtf8(name);
-  return info;
-}
+  FeatureInfo Found(const std::wstring& name, bool sketched_curves_only = false) {
+    FeatureInfo info;
+    message_ = FeatureLookup(bench::Handle(Current()), name, info, sketched_curves_only).message;
+    return info;
+  }
 
-std::wstring Refusal(bench::Model& part, const std::wstring& name, bool sketched_curves_only = false) {
-  FeatureInfo info;
-  const auto result = FeatureLookup(bench::Handle(part), name, info, sketched_curves_only);
-  EXPECT_FALSE(result.success);
-  EXPECT_EQ(info.id, -1);
-  return result.message;
-}
+  std::wstring RefusalOf(const std::wstring& name, bool sketched_curves_only = false) {
+    EXPECT_EQ(Found(name, sketched_curves_only).id, -1);
+    return message_;
+  }
+
+  std::wstring Assign(const bench::Feature& feature, const wchar_t* base = L"Extrude") {
+    const ProMdl part = bench::Handle(Current());
+    return AssignFeatureName(part, {PRO_FEATURE, feature.id, part}, base);
+  }
+
+ private:
+  std::wstring message_;
+};
+using WithoutAPart = OperationTest;
 
 TEST_F(FeatureFrame, NamesEachTypeOfFeature) {
   const std::pair<int, const wchar_t*> words[] = {
@@ -44,7 +61,7 @@ TEST_F(FeatureFrame, NamesEachTypeOfFeature) {
   for (const auto& [type, word] : words) EXPECT_EQ(feature::FeatureTypeWord(type), word) << type;
 }
 
-TEST_F(FeatureFrame, EveryOperationNeedsAnActivePart) {
+TEST_F(WithoutAPart, NoFeatureOperationRuns) {
   const wchar_t* const operations[] = {
       L"api_feature_list",       L"api_feature_delete",  L"api_feature_suppress",
       L"api_feature_unsuppress", L"api_feature_extrude", L"api_feature_extrude_advanced",
@@ -58,13 +75,6 @@ TEST_F(FeatureFrame, EveryOperationNeedsAnActivePart) {
     faults().Fail("ProMdlTypeGet", PRO_TK_GENERAL_ERROR);
     ExpectFailure(operation, L"{}", L"Failed to determine active document type.");
   }
-}
-
-TEST_F(FeatureFrame, AFeatureNameIsRequired) {
-  NewPart();
-  for (const wchar_t* operation : {L"api_feature_delete", L"api_feature_suppress", L"api_feature_unsuppress"})
-    for (const wchar_t* arguments : {L"{}", L"{\"feature_name\":\"\"}", L"{\"feature_name\":7}"})
-      ExpectFailure(operation, arguments, L"'feature_name' is required.");
 }
 
 TEST_F(FeatureFrame, NamesAreComparedWithoutRegardToCaseBlanksAndUnderscores) {
@@ -88,35 +98,34 @@ TEST_F(FeatureFrame, NamesAreComparedWithoutRegardToCaseBlanksAndUnderscores) {
 
 TEST_F(FeatureFrame, OperationWords) {
   const struct {
-    const wchar_t* arguments;
-    bool accepted;
+    const wchar_t* word;
     bool is_cut;
-    const wchar_t* message;
+    const wchar_t* refusal;
   } cases[] = {
-      {L"{}", true, false, L""},
-      {L"{\"operation\":\"\"}", true, false, L""},
-      {L"{\"operation\":\"Join\"}", true, false, L""},
-      {L"{\"operation\":\"ADD\"}", true, false, L""},
-      {L"{\"operation\":\"NewBody\"}", true, false, L""},
-      {L"{\"operation\":\"new_body\"}", true, false, L""},
-      {L"{\"operation\":\"Cut\"}", true, true, L""},
-      {L"{\"operation\":\"remove\"}", true, true, L""},
-      {L"{\"operation\":\"Intersect\"}", false, false,
+      {L"", false, L""},
+      {L"Join", false, L""},
+      {L"ADD", false, L""},
+      {L"NewBody", false, L""},
+      {L"new_body", false, L""},
+      {L"Cut", true, L""},
+      {L"remove", true, L""},
+      {L"Intersect", false,
        L"Creo feature operations do not support operation='intersect'. Use 'join' or 'cut'."},
-      {L"{\"operation\":\" cut \"}", false, false, L"Unsupported operation ' cut '. Use 'join' or 'cut'."},
-      {L"{\"operation\":\"Weld\"}", false, false, L"Unsupported operation 'weld'. Use 'join' or 'cut'."},
+      {L" cut ", false, L"Unsupported operation ' cut '. Use 'join' or 'cut'."},
+      {L"Weld", false, L"Unsupported operation 'weld'. Use 'join' or 'cut'."},
   };
-  for (const auto& [arguments, accepted, is_cut, message] : cases) {
+  for (const auto& [word, is_cut, wanted] : cases) {
     bool cut = true;
     std::wstring refusal;
-    EXPECT_EQ(feature::ParseFeatureOperation(arguments, cut, refusal), accepted) << EncodeUtf8(arguments);
-    EXPECT_EQ(cut, is_cut) << EncodeUtf8(arguments);
-    EXPECT_EQ(EncodeUtf8(refusal), EncodeUtf8(message));
+    const bool accepted =
+        feature::ParseFeatureOperation(Format(LR"({"operation":"%s"})", word), cut, refusal);
+    EXPECT_EQ(accepted, refusal.empty()) << EncodeUtf8(word);
+    EXPECT_EQ(cut, is_cut) << EncodeUtf8(word);
+    EXPECT_EQ(EncodeUtf8(refusal), EncodeUtf8(wanted));
   }
 }
 
 TEST_F(FeatureFrame, ListsFeaturesInTheirOrder) {
-  NewPart();
   auto& round = AddFeature(913, L"");
   AddFeature(923, L"");
   AddFeature(926, L"");
@@ -139,7 +148,6 @@ TEST_F(FeatureFrame, ListsFeaturesInTheirOrder) {
 }
 
 TEST_F(FeatureFrame, ListingPassesOverWhatItCannotAskAndReportsAVisitThatFails) {
-  NewPart();
   faults().Fail("ProFeatureTypeGet", PRO_TK_GENERAL_ERROR);
   EXPECT_EQ(Run(L"api_feature_list").message, L"Found 3 features.");
   faults().Fail("ProFeatureStatusGet", PRO_TK_GENERAL_ERROR, 1, 4);
@@ -149,69 +157,52 @@ TEST_F(FeatureFrame, ListingPassesOverWhatItCannotAskAndReportsAVisitThatFails) 
 }
 
 TEST_F(FeatureFrame, LookupTakesTheLastOfThoseThatBearTheName) {
-  auto& part = NewPart();
   AddFeature(917, L"EXTRUDE_1");
   const int later = AddFeature(917, L"Extrude 1").id;
   AddFeature(917, L"Extrude 11");
-  const FeatureInfo info = Found(part, L" extrude_1 ");
+  const FeatureInfo info = Found(L" extrude_1 ");
   EXPECT_EQ(info.id, later);
   EXPECT_EQ(info.name, L"Extrude 1");
   EXPECT_EQ(info.type, L"protrusion");
   EXPECT_FALSE(info.is_suppressed);
   EXPECT_EQ(info.feature.id, later);
-  EXPECT_EQ(info.feature.owner, bench::Handle(part));
+  EXPECT_EQ(info.feature.owner, bench::Handle(Current()));
 }
 
 TEST_F(FeatureFrame, LookupKnowsUnnamedFeaturesByTypeAndId) {
-  auto& part = NewPart();
   auto& round = AddFeature(913, L"");
   round.status = PRO_FEAT_SUPPRESSED;
   for (const auto& name :
        {Format(L"round_%d", round.id), Format(L"ROUND %d", round.id), Format(L" round_%d ", round.id)}) {
-    EXPECT_EQ(Found(part, name).id, round.id);
-    EXPECT_TRUE(Found(part, name).is_suppressed);
+    EXPECT_EQ(Found(name).id, round.id);
+    EXPECT_TRUE(Found(name).is_suppressed);
   }
   auto& unnamed_datum = AddFeature(923, L"");
   const std::wstring name = Format(L"datum_%d", unnamed_datum.id);
-  EXPECT_EQ(Refusal(part, name),
+  EXPECT_EQ(RefusalOf(name),
             Format(L"Feature '%s' not found. Call api_feature_list and use an exact name.", name));
   unnamed_datum.name = name;
-  EXPECT_EQ(Found(part, name).id, unnamed_datum.id);
+  EXPECT_EQ(Found(name).id, unnamed_datum.id);
 }
 
 TEST_F(FeatureFrame, LookupOfASketchSeesSketchedCurvesOnly) {
-  auto& part = NewPart();
   const int sketch = AddFeature(949, L"S").id;
   AddFeature(917, L"S");
-  FeatureInfo info;
-  EXPECT_TRUE(FeatureLookup(bench::Handle(part), L"s", info, true).success);
-  EXPECT_EQ(info.id, sketch);
-  EXPECT_EQ(Refusal(part, L"RIGHT", true),
+  EXPECT_EQ(Found(L"s", true).id, sketch);
+  EXPECT_EQ(RefusalOf(L"RIGHT", true),
             L"Sketched curve feature 'RIGHT' not found. Create/commit it with api_sketch_* first.");
 }
 
-TEST_F(FeatureFrame, LookupThatCannotVisitSaysSo) {
-  auto& part = NewPart();
-  faults().Fail("ProSolidFeatVisit", PRO_TK_BAD_CONTEXT);
-  EXPECT_EQ(Refusal(part, L"RIGHT"), L"Failed to visit features (status=-8).");
-}
-
 TEST_F(FeatureFrame, LookupHintsAtHoles) {
-  auto& part = NewPart();
   AddFeature(917, L"HOLE 1");
   AddFeature(917, L"THRU_HOLE");
-  const auto message = [](const std::wstring& hint) {
-    return Format(
-        L"Feature 'X' not found. Hole-like names in model: %s. Use the exact name from api_feature_hole / "
-        L"api_feature_list.",
-        hint);
-  };
-  EXPECT_EQ(EncodeUtf8(Refusal(part, L"X")), EncodeUtf8(message(L"HOLE 1")));
   const int hole = AddFeature(911, L"").id;
   AddFeature(911, L"Bore");
   AddFeature(913, L" hole_rounds");
-  EXPECT_EQ(EncodeUtf8(Refusal(part, L"X")),
-            EncodeUtf8(message(Format(L"HOLE 1, hole_%d, Bore, hole_rounds", hole))));
+  EXPECT_EQ(EncodeUtf8(RefusalOf(L"X")),
+            EncodeUtf8(Format(L"Feature 'X' not found. Hole-like names in model: HOLE 1, hole_%d, Bore, "
+                              L"hole_rounds. Use the exact name from api_feature_hole / api_feature_list.",
+                              hole)));
 }
 
 TEST_F(FeatureFrame, TheHintEndsWithTheNameThatCarriesItTo200Characters) {
@@ -219,86 +210,66 @@ TEST_F(FeatureFrame, TheHintEndsWithTheNameThatCarriesItTo200Characters) {
   // 199 one more is taken, at 200 none.
   const std::pair<std::size_t, int> cases[] = {{19, 11}, {20, 10}};
   for (const auto& [first_length, names] : cases) {
-    auto& part = NewPart();
+    NewPart();
     std::wstring hint;
     for (int i = 0; i < 12; ++i) {
       const std::wstring name = std::wstring(L"hole_").append(i == 0 ? first_length - 5 : 13, L'a' + i);
       AddFeature(917, name);
       if (i < names) hint += (i > 0 ? L", " : L"") + name;
     }
-    const std::wstring refusal = Refusal(part, L"X");
+    const std::wstring refusal = RefusalOf(L"X");
     EXPECT_NE(refusal.find(L"model: " + hint + L". Use"), std::wstring::npos) << EncodeUtf8(refusal);
   }
 }
 
 TEST_F(FeatureFrame, NewFeaturesAreNumbered) {
-  auto& part = NewPart();
-  const auto name_new = [&] {
-    auto& created = AddFeature(917, L"");
-    const std::wstring name = AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude");
-    EXPECT_EQ(created.name, name);
-    return name;
-  };
-  EXPECT_EQ(name_new(), L"Extrude 1");
+  EXPECT_EQ(Assign(AddFeature(917, L"")), L"Extrude 1");
   // The form with an underscore is tried before the next number.
-  EXPECT_EQ(name_new(), L"Extrude_1");
-  AddFeature(913, L"EXTRUDE 2");
-  EXPECT_EQ(name_new(), L"Extrude_2");
-  EXPECT_EQ(name_new(), L"Extrude 3");
-}
-
-TEST_F(FeatureFrame, NamingAsksForEachFormAndRegenerates) {
-  auto& part = NewPart();
-  AddFeature(917, L"Extrude 1");
-  auto& created = AddFeature(917, L"");
+  auto& second = AddFeature(917, L"");
   const auto mark = host().journal.Mark();
-  AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude");
+  EXPECT_EQ(Assign(second), L"Extrude_1");
+  EXPECT_EQ(second.name, L"Extrude_1");
   EXPECT_THAT(CallsSince(mark),
               ElementsAre("ProModelitemNameGet", "ProModelitemByNameInit", "ProModelitemByNameInit",
                           "ProModelitemNameSet", "ProSolidRegenerate"));
+  AddFeature(913, L"EXTRUDE 2");
+  EXPECT_EQ(Assign(AddFeature(917, L"")), L"Extrude_2");
+  EXPECT_EQ(Assign(AddFeature(917, L"")), L"Extrude 3");
 }
 
 TEST_F(FeatureFrame, AFeatureThatTheHostHasNamedKeepsItsName) {
-  auto& part = NewPart();
   auto& created = AddFeature(913, L" ROUND_7");
   const auto mark = host().journal.Mark();
-  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), L"Round"), L"ROUND_7");
+  EXPECT_EQ(Assign(created, L"Round"), L"ROUND_7");
   EXPECT_EQ(created.name, L" ROUND_7");
   EXPECT_THAT(CallsSince(mark), ElementsAre("ProModelitemNameGet"));
 }
 
+TEST_F(FeatureFrame, NamesAreCutAndFallBackToTheIdWithAllNumbersInUse) {
+  auto& created = AddFeature(917, L"");
+  // Each of the 9999 numbers has two forms, and all of them are found.
+  faults().NoEffect("ProModelitemByNameInit", 1, 2 * 9999);
+  EXPECT_EQ(Assign(created), Format(L"Extrude_%d", created.id));
+  EXPECT_EQ(created.name, Format(L"Extrude_%d", created.id));
+  faults().Clear();
+  const wchar_t* const base = L"A base word of forty characters, or more";
+  EXPECT_EQ(Assign(AddFeature(917, L""), base), std::wstring(base, 31));
+}
+
 TEST_F(FeatureFrame, ANameThatIsRefusedGivesWayToOneWithTheId) {
-  auto& part = NewPart();
   auto& created = AddFeature(917, L"");
   const std::wstring fallback = Format(L"Extrude_%d", created.id);
   faults().Fail("ProModelitemNameSet", PRO_TK_INVALID_NAME);
   const auto mark = host().journal.Mark();
-  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude"), fallback);
+  EXPECT_EQ(Assign(created), fallback);
   EXPECT_EQ(created.name, fallback);
   EXPECT_THAT(CallsSince(mark, {"ProSolidRegenerate"}), ElementsAre());
 
   // Refused once more, the answer is the same.
   created.name.clear();
   faults().Fail("ProModelitemNameSet", PRO_TK_INVALID_NAME, 1, 2);
-  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude"), fallback);
+  EXPECT_EQ(Assign(created), fallback);
   EXPECT_EQ(created.name, L"");
-}
-
-TEST_F(FeatureFrame, WithAllNumbersInUseTheNameHasTheId) {
-  auto& part = NewPart();
-  auto& created = AddFeature(917, L"");
-  // Each of the 9999 numbers has two forms, and all of them are found.
-  faults().NoEffect("ProModelitemByNameInit", 1, 2 * 9999);
-  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), L"Extrude"),
-            Format(L"Extrude_%d", created.id));
-  EXPECT_EQ(created.name, Format(L"Extrude_%d", created.id));
-}
-
-TEST_F(FeatureFrame, NamesAreCutToWhatTheHostTakes) {
-  auto& part = NewPart();
-  auto& created = AddFeature(917, L"");
-  const std::wstring base = L"A base word of forty characters, or more";
-  EXPECT_EQ(AssignFeatureName(bench::Handle(part), HandleOf(created), base), base.substr(0, 31));
 }
 
 }  // namespace

@@ -5,8 +5,7 @@
 // normal.
 #pragma once
 
-#include <cmath>
-#include <vector>
+#include <algorithm>
 
 #include "bench/host/topology.h"
 #include "bench/host/vector3.h"

@@ -1,79 +1,56 @@
 #include "tests/operations/feature_test.h"
 
+#include <variant>
+
 #include "addin/text/format.h"
 #include "addin/text/utf8.h"
 #include "bench/host/call_frame.h"
+#include "tests/support/captured_log.h"
 
 namespace vek::support {
-namespace {
 
-std::string ValueText(const bench::ElementNode& node) {
-  if (const int* number = std::get_if<int>(&node.value)) return "=" + std::to_string(*number);
-  if (const double* number = std::get_if<double>(&node.value)) return "=" + bench::Describe(*number);
-  return {};
-}
-
-void AddRows(const bench::ElementNode& node, const std::string& path, std::vector<std::string>& rows) {
-  const std::string here = path + std::to_string(node.id);
-  rows.push_back(here + ValueText(node));
-  if (node.id == 447) return;
-  for (const auto& child : node.children) AddRows(*child, here + "/", rows);
-}
-
-std::wstring LineArguments(const std::wstring& sketch, double x1, double y1, double x2, double y2,
-                           const std::wstring& more) {
-  return Format(LR"({"sketch_name":"%s","x1":%s,"y1":%s,"x2":%s,"y2":%s%s})", sketch, Number(x1), Number(y1),
-                Number(x2), Number(y2), more);
-}
-
-}  // namespace
-
-bench::Feature& FeatureTest::AddFeature(ProFeattype type, const std::wstring& name) {
-  auto feature = std::make_unique<bench::Feature>();
-  feature->id = Current().next_id++;
-  feature->type = type;
-  feature->name = name;
-  Current().features.push_back(std::move(feature));
-  return *Current().features.back();
-}
-
-ProFeature FeatureTest::HandleOf(const bench::Feature& feature) {
-  return {PRO_FEATURE, feature.id, bench::Handle(Current())};
+void FeatureTest::SetUp() {
+  OperationTest::SetUp();
+  NewPart();
 }
 
 void FeatureTest::NewSketch(const std::wstring& name, const std::wstring& plane) {
   Succeed(L"api_sketch_create", Format(LR"({"name":"%s","plane":"%s"})", name, plane));
 }
 
-void FeatureTest::Circle(const std::wstring& sketch, double cx, double cy, double radius) {
-  Succeed(L"api_sketch_circle_center_radius", Format(LR"({"sketch_name":"%s","cx":%s,"cy":%s,"radius":%s})",
-                                                     sketch, Number(cx), Number(cy), Number(radius)));
+void FeatureTest::Draw(const std::wstring& operation, const std::wstring& sketch,
+                       const std::wstring& arguments) {
+  Succeed(operation, Format(LR"({"sketch_name":"%s",%s})", sketch, arguments));
 }
 
-void FeatureTest::Line(const std::wstring& sketch, double x1, double y1, double x2, double y2) {
-  Succeed(L"api_sketch_line_two_points", LineArguments(sketch, x1, y1, x2, y2, L""));
+void FeatureTest::DrawCircle(const std::wstring& sketch) {
+  Draw(L"api_sketch_circle_center_radius", sketch, LR"("cx":4,"cy":0,"radius":1)");
 }
 
-void FeatureTest::Centerline(const std::wstring& sketch, double x1, double y1, double x2, double y2) {
-  Succeed(L"api_sketch_line_two_points", LineArguments(sketch, x1, y1, x2, y2, L",\"centerline\":true"));
+void FeatureTest::DrawAxis(const std::wstring& sketch, int up) {
+  Draw(L"api_sketch_line_two_points", sketch,
+       Format(LR"("x1":0,"y1":%d,"x2":0,"y2":%d,"centerline":true)", -5 * up, 5 * up));
 }
 
-void FeatureTest::ConstructionLine(const std::wstring& sketch, double x1, double y1, double x2, double y2) {
-  Succeed(L"api_sketch_polyline",
-          Format(LR"({"sketch_name":"%s","points":[[%s,%s],[%s,%s]],"construction":true})", sketch,
-                 Number(x1), Number(y1), Number(x2), Number(y2)));
+std::wstring FeatureTest::Create(const std::wstring& operation, const std::wstring& arguments) {
+  const auto data = Succeed(operation, arguments);
+  return data.is_object() ? DecodeUtf8(data.value("feature_name", "")) : std::wstring();
 }
 
-std::vector<bench::SectionEntity> FeatureTest::EntitiesOf(const std::wstring& sketch, Pro2dEntType type) {
-  std::vector<bench::SectionEntity> entities;
-  const bench::Feature* feature = FeatureNamed(sketch);
-  if (feature == nullptr || !feature->section) {
-    ADD_FAILURE() << "no section of " << EncodeUtf8(sketch);
-    return entities;
+void FeatureTest::Delete(const std::wstring& feature) {
+  Succeed(L"api_feature_delete", Format(LR"({"feature_name":"%s"})", feature));
+}
+
+void FeatureTest::ExpectSolid(const SketchFrame& frame, const SolidSum& expected, const bench::Box& outline) {
+  EXPECT_NEAR(Volume(), expected.volume, 1e-6 * expected.volume);
+  const Vector3 mass_center = Current().topology.mass.value_or(bench::MassProperties{}).center;
+  const Vector3 center = frame.Place(expected.Center());
+  const bench::Box wanted = frame.Place(outline), box = Outline();
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_NEAR(mass_center[i], center[i], 1e-5) << "axis " << i;
+    EXPECT_NEAR(box.low[i], wanted.low[i], 1e-5) << "axis " << i;
+    EXPECT_NEAR(box.high[i], wanted.high[i], 1e-5) << "axis " << i;
   }
-  for (const auto& [id, entity] : feature->section->entities)
-    if (entity.type == type) entities.push_back(entity);
-  return entities;
 }
 
 FeatureTest::ModelState FeatureTest::State() {
@@ -85,16 +62,62 @@ FeatureTest::ModelState FeatureTest::State() {
   return state;
 }
 
-std::vector<std::string> RowsOf(const bench::Feature& feature) {
-  std::vector<std::string> rows;
-  if (feature.tree) AddRows(*feature.tree, "", rows);
-  return rows;
+void FeatureTest::ExpectRefusals(const std::vector<Refusal>& refusals) {
+  const ModelState before = State();
+  for (const auto& [operation, arguments, message] : refusals) {
+    SCOPED_TRACE(EncodeUtf8(arguments));
+    ExpectFailure(operation, arguments, message);
+    EXPECT_EQ(State(), before);
+  }
 }
 
-void ExpectFailureStart(const CreoMcpOperationResult& result, const std::wstring& start) {
+void FeatureTest::ExpectFailures(const std::wstring& operation, const std::wstring& arguments,
+                                 const std::vector<FailingCall>& calls) {
+  const ModelState before = State();
+  for (const auto& [call, occurrence, message] : calls) {
+    SCOPED_TRACE(std::string(call) + " " + std::to_string(occurrence));
+    faults().Clear();
+    faults().Fail(call, PRO_TK_BAD_CONTEXT, occurrence);
+    ExpectFailure(operation, arguments, message);
+    EXPECT_EQ(State(), before);
+  }
+}
+
+void FeatureTest::ExpectHostRefusal(const std::wstring& operation, const std::wstring& sketch,
+                                    const std::wstring& more) {
+  SCOPED_TRACE(EncodeUtf8(sketch + L" " + more));
+  const ModelState before = State();
+  ClearCapturedLog();
+  const auto result = Run(operation, Format(LR"({"sketch_name":"%s"%s})", sketch, more));
   EXPECT_FALSE(result.success);
   EXPECT_EQ(result.dataJson, L"null");
-  EXPECT_EQ(EncodeUtf8(result.message.substr(0, start.size())), EncodeUtf8(start));
+  const std::size_t from = std::min(result.message.find(L"status=-"), result.message.size());
+  const std::wstring status = result.message.substr(from, result.message.find(L',', from) - from);
+  EXPECT_EQ(EncodeUtf8(result.message),
+            EncodeUtf8(Format(L"Creo could not create the feature from sketch '%s' (%s, errors=1).", sketch,
+                              status)));
+  EXPECT_EQ(
+      CountCaptured(Format(L"Feature Create (sketched): %s errCount=1 featId=0 sketch='%s'", status, sketch)),
+      1);
+  EXPECT_EQ(State(), before);
+}
+
+namespace {
+
+std::string NodeText(const bench::ElementNode& node) {
+  std::string text = std::to_string(node.id);
+  if (const int* number = std::get_if<int>(&node.value)) text += "=" + std::to_string(*number);
+  if (const double* number = std::get_if<double>(&node.value)) text += "=" + bench::Describe(*number);
+  if (node.id == 447 || node.children.empty()) return text;
+  std::string children;
+  for (const auto& child : node.children) children += (children.empty() ? "" : " ") + NodeText(*child);
+  return text + "(" + children + ")";
+}
+
+}  // namespace
+
+std::string TreeOf(const bench::Feature* feature) {
+  return feature != nullptr && feature->tree ? NodeText(*feature->tree) : "none";
 }
 
 }  // namespace vek::support

@@ -1,4 +1,5 @@
-// What the tests of the feature family share beyond the fixture of all operations.
+// What the tests of the feature family share beyond the fixture of all operations: an empty part, sketches in
+// it, and looks at what came of an operation.
 #pragma once
 
 #include <string>
@@ -7,27 +8,41 @@
 #include "addin/ops/common/history.h"
 #include "addin/ops/feature/frame.h"
 #include "bench/host/feature.h"
-#include "bench/host/section_data.h"
+#include "tests/operations/feature_solid_sums.h"
 #include "tests/support/operation_fixture.h"
 
 namespace vek::support {
 
+// A request that is refused.
+struct Refusal {
+  const wchar_t* operation;
+  const wchar_t* arguments;
+  const wchar_t* message;
+};
+
+// A toolkit call that fails, and what the operation says then.
+struct FailingCall {
+  const char* call;
+  int occurrence;
+  const wchar_t* message;
+};
+
 class FeatureTest : public OperationTest {
  protected:
-  // A feature put at the end of the current part behind the operations' back, without geometry.
-  bench::Feature& AddFeature(ProFeattype type, const std::wstring& name);
-  // The handle under which the add-in knows a feature of the current part.
-  ProFeature HandleOf(const bench::Feature& feature);
+  void SetUp() override;
 
-  // Sketches on the part's planes, in millimetres.
+  // A sketch with one drawing in it, whose arguments stand beside the sketch's name.
   void NewSketch(const std::wstring& name, const std::wstring& plane);
-  void Circle(const std::wstring& sketch, double cx, double cy, double radius);
-  void Line(const std::wstring& sketch, double x1, double y1, double x2, double y2);
-  void Centerline(const std::wstring& sketch, double x1, double y1, double x2, double y2);
-  void ConstructionLine(const std::wstring& sketch, double x1, double y1, double x2, double y2);
+  void Draw(const std::wstring& operation, const std::wstring& sketch, const std::wstring& arguments);
+  void DrawCircle(const std::wstring& sketch);  // about (4, 0) with the radius 1
+  void DrawAxis(const std::wstring& sketch, int up = 1);
 
-  // The entities of one type in a sketch's feature, in the order of their ids.
-  std::vector<bench::SectionEntity> EntitiesOf(const std::wstring& sketch, Pro2dEntType type);
+  // Runs an operation that makes a feature. Gives the feature's name, or nothing when it failed.
+  std::wstring Create(const std::wstring& operation, const std::wstring& arguments);
+  void Delete(const std::wstring& feature);
+
+  // The model against numbers worked out by hand, which are those of the sketch's frame.
+  void ExpectSolid(const SketchFrame& frame, const SolidSum& expected, const bench::Box& outline);
 
   // What must be the same after an operation that failed.
   struct ModelState {
@@ -37,13 +52,15 @@ class FeatureTest : public OperationTest {
     bool operator==(const ModelState&) const = default;
   };
   ModelState State();
+  void ExpectRefusals(const std::vector<Refusal>& refusals);
+  // The operation with each of those calls failing with -8. Nothing may change.
+  void ExpectFailures(const std::wstring& operation, const std::wstring& arguments,
+                      const std::vector<FailingCall>& calls);
+  // The host refuses the feature, with one error, a log line and numbers of its own.
+  void ExpectHostRefusal(const std::wstring& operation, const std::wstring& sketch, const std::wstring& more);
 };
 
-// A feature's tree from its root down, one text a row: the ids of its parents and its own, and its value.
-// What the host keeps under the section element is left out.
-std::vector<std::string> RowsOf(const bench::Feature& feature);
-
-// A failure that begins so: the host's own numbers follow.
-void ExpectFailureStart(const CreoMcpOperationResult& result, const std::wstring& start);
+// A feature's tree in the form `id=value(children)`, without what the host keeps under the section element.
+std::string TreeOf(const bench::Feature* feature);
 
 }  // namespace vek::support

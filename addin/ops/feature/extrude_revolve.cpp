@@ -175,7 +175,8 @@ CreoMcpOperationResult Extrude(const std::wstring& arguments, const ExtrudeForm&
   ExtrudeRecipe recipe;
   if (auto named = ReadSketchName(arguments, recipe.sketch_name); !named.success) return named;
   double distance_mm = 0;
-  if (!JsonReadNumber(arguments, L"distance_mm", distance_mm))
+  // Of some extents only the sign counts, and what is no number has none.
+  if (!JsonReadNumber(arguments, L"distance_mm", distance_mm) || std::isnan(distance_mm))
     return MakeFailureResult(L"'distance_mm' is required.");
   std::wstring refusal;
   if (!ParseFeatureOperation(arguments, recipe.is_cut, refusal)) return MakeFailureResult(refusal);
