@@ -2,67 +2,58 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <tuple>
+
+#include "addin/ops/common/model_paths.h"
 #include "addin/ops/common/units.h"
 #include "addin/ops/common/working_directory.h"
-#include "bench/host/model_file.h"
 #include "tests/support/operation_fixture.h"
 
 namespace vek {
 namespace {
 
-class ModelAccess : public support::OperationTest {};
-
-TEST_F(ModelAccess, KnowsThreeTypesByWordAndExtension) {
-  const struct {
-    int type;
-    const wchar_t* word;
-    const wchar_t* extension;
-  } cases[] = {{1, L"assembly", L"asm"},
-               {2, L"part", L"prt"},
-               {4, L"drawing", L"drw"},
-               {3, L"unknown", L""},
-               {-1, L"unknown", L""}};
+TEST(ModelPaths, AreTakenApartByHand) {
+  // the path, and its directory, name and extension
+  const std::array<const wchar_t*, 4> cases[] = {
+      {L"a.PRT.3", L"", L"a", L"PRT"},
+      {L"a.prt.3.12", L"", L"a", L"prt"},
+      {L"a.7", L"", L"a", L""},
+      {L"a.txt.4", L"", L"a.txt", L""},
+      {L"a.", L"", L"a.", L""},
+      {L"a.prt.prt.5", L"", L"a.prt", L"prt"},
+      {L"C:/parts\\new/a.Asm.1", L"C:\\parts\\new", L"a", L"Asm"},
+      {L"\\a.drw", L"", L"a", L"drw"},
+      {L"C:\\my.prt\\a", L"C:\\my.prt", L"a", L""},
+  };
+  std::wstring directory, name, extension;
   for (const auto& each : cases) {
-    EXPECT_EQ(ModelTypeWord(each.type), each.word);
-    EXPECT_EQ(ModelTypeExtension(each.type), each.extension);
+    EXPECT_TRUE(ParseModelFileNameByHand(each[0], directory, name, extension));
+    EXPECT_EQ(directory, each[1]);
+    EXPECT_EQ(name, each[2]);
+    EXPECT_EQ(extension, each[3]);
   }
-  EXPECT_EQ(ExtensionToModelType(L"PRT"), 2);
-  EXPECT_EQ(ExtensionToModelType(L"Asm"), 1);
-  EXPECT_EQ(ExtensionToModelType(L"drw"), 4);
-  for (const wchar_t* other : {L"", L"prt ", L"stp"}) EXPECT_EQ(ExtensionToModelType(other), -1);
+  for (const wchar_t* path : {L"", L"C:\\parts\\", L"C:/parts/.prt.1", L".2"})
+    EXPECT_FALSE(ParseModelFileNameByHand(path, directory, name, extension)) << path;
 }
 
-TEST_F(ModelAccess, RequiresTheActiveModelInTheFamilysWords) {
-  const ActiveModelWords words{L"none", L"unreadable", L"wrong"};
-  ProMdl model = this;
-  EXPECT_EQ(RequireActiveModelOfType(kPartType, words, model).message, L"none");
-  EXPECT_EQ(model, nullptr);
+class HostParsedPaths : public support::OperationTest {};
 
-  ProMdl part = bench::Handle(NewPart());
-  faults().NoEffect("ProMdlCurrentGet");
-  EXPECT_EQ(RequireActiveModelOfType(kPartType, words, model).message, L"none");
-  faults().Fail("ProMdlTypeGet", -1);
-  EXPECT_EQ(RequireActiveModelOfType(kPartType, words, model).message, L"unreadable");
-  EXPECT_EQ(RequireActiveModelOfType(kAssemblyType, words, model).message, L"wrong");
-  EXPECT_EQ(model, nullptr);
-
-  const auto active = RequireActiveModelOfType(kPartType, words, model);
-  EXPECT_TRUE(active.success);
-  EXPECT_EQ(active.message, L"");
-  EXPECT_EQ(active.dataJson, L"null");
-  EXPECT_EQ(model, part);
+TEST_F(HostParsedPaths, FallBackToTheHandOnlyWhenTheHostFails) {
+  std::wstring directory, name, extension;
+  ASSERT_TRUE(ParseModelFileName(L"C:\\parts\\a.stp", directory, name, extension));
+  EXPECT_EQ(directory, L"C:\\parts");
+  EXPECT_EQ(name, L"a");
+  EXPECT_EQ(extension, L"stp");
+  faults().Fail("ProFileMdlnameParse", -1);
+  ASSERT_TRUE(ParseModelFileName(L"C:\\parts\\a.stp", directory, name, extension));
+  EXPECT_EQ(name, L"a.stp");
+  EXPECT_EQ(extension, L"");
+  faults().NoEffect("ProFileMdlnameParse");
+  EXPECT_FALSE(ParseModelFileName(L"C:\\parts\\a.prt", directory, name, extension));
 }
 
-TEST_F(ModelAccess, PutsPathsTogetherFromWhatTheHostKnows) {
-  bench::Model& model = AddModel(L"BRACKET", PRO_MDL_PART);
-  ProMdl handle = bench::Handle(model);
-  EXPECT_EQ(ModelFullPath(handle, 2), L"BRACKET.prt");  // never saved: no directory
-  model.directory = L"C:\\parts\\";
-  EXPECT_EQ(ModelFullPath(handle, 2), L"C:\\parts\\BRACKET.prt");
-  EXPECT_EQ(ModelFullPath(handle, 99), L"C:\\parts\\BRACKET");
-  faults().Fail("ProMdlMdlnameGet", -1);
-  EXPECT_EQ(ModelFullPath(handle, 2), L"");
-}
+class ModelAccess : public support::OperationTest {};
 
 TEST_F(ModelAccess, FindsOpenModelsByNameFileNameAndPath) {
   bench::Model& drawing = AddModel(L"BRACKET", PRO_MDL_DRAWING);
@@ -83,56 +74,35 @@ TEST_F(ModelAccess, FindsOpenModelsByNameFileNameAndPath) {
   };
   for (const auto& [text, model] : cases)
     EXPECT_EQ(FindOpenModel(text), model ? bench::Handle(*model) : nullptr) << text;
-}
-
-TEST_F(ModelAccess, SkipsWhatTheHostDoesNotTellOfOpenModels) {
-  ProMdl part = bench::Handle(AddModel(L"FRAME", PRO_MDL_PART));
-  ProMdl assembly = bench::Handle(AddModel(L"FRAME", PRO_MDL_ASSEMBLY));
-  EXPECT_EQ(FindOpenModel(L"FRAME"), part);
+  // What the host does not tell of is passed over.
   faults().Fail("ProMdlTypeGet", -1);
-  EXPECT_EQ(FindOpenModel(L"FRAME"), assembly);
-  faults().Fail("ProSessionMdlList", -1);
-  EXPECT_EQ(FindOpenModel(L"FRAME"), assembly);
-  EXPECT_EQ(FindOpenModel(L"FRAME"), part);
+  EXPECT_EQ(FindOpenModel(L"bracket"), bench::Handle(drawing));
 }
 
-TEST_F(ModelAccess, ActivatesInANewWindowOrInTheOneThatIsThere) {
+TEST_F(ModelAccess, ActivatesInTheWindowThatIsThere) {
   bench::Model& first = NewPart();
   NewPart();
   const std::vector<std::string> steps = {"ProObjectwindowMdlnameCreate", "ProMdlDisplay", "ProMdlWindowGet",
                                           "ProWindowActivate", "ProWindowRepaint"};
-  auto mark = host().journal.Mark();
+  const auto mark = host().journal.Mark();
   EXPECT_TRUE(ActivateModel(bench::Handle(first)).success);
   EXPECT_EQ(CallsSince(mark, steps), steps);
   EXPECT_EQ(&Current(), &first);
-
-  bench::Model& windowless = AddModel(L"BEHIND", PRO_MDL_PART);
-  mark = host().journal.Mark();
-  EXPECT_TRUE(ActivateModel(bench::Handle(windowless)).success);
-  EXPECT_EQ(CallsSince(mark, steps),
-            (std::vector<std::string>{"ProObjectwindowMdlnameCreate", "ProMdlDisplay", "ProWindowActivate",
-                                      "ProWindowRepaint"}));
-  EXPECT_EQ(&Current(), &windowless);
 }
 
 TEST_F(ModelAccess, TellsWhyAModelCanNotBeActivated) {
   ProMdl part = bench::Handle(NewPart());  // it has a window, so that a second one is refused
-  const struct {
-    const char* call;
-    int status;
-    const wchar_t* message;
-  } cases[] = {
+  const std::tuple<const char*, int, const wchar_t*> cases[] = {
       {"ProMdlMdlnameGet", -1, L"Failed to read model name for activation."},
       {"ProMdlTypeGet", -1, L"Failed to read model type for activation."},
       {"ProMdlDisplay", -8, L"Failed to display model (status=-8)."},
       {"ProMdlWindowGet", -4, L"Failed to resolve model window."},
   };
-  for (const auto& each : cases) {
-    faults().Fail(each.call, each.status);
+  for (const auto& [call, status, message] : cases) {
+    faults().Fail(call, status);
     const auto result = ActivateModel(part);
     EXPECT_FALSE(result.success);
-    EXPECT_EQ(result.message, each.message);
-    EXPECT_EQ(result.dataJson, L"null");
+    EXPECT_EQ(result.message, message);
   }
 
   ProMdl layout = bench::Handle(AddModel(L"LAYOUT", static_cast<ProMdlType>(3)));
@@ -148,25 +118,7 @@ TEST_F(ModelAccess, OverlooksWhatDoesNotHinderAnActivation) {
   EXPECT_EQ(result.dataJson, LR"({"name":"BRACKET","full_path":"BRACKET.prt","document_type":"part"})");
 }
 
-// ---- units
-// -----------------------------------------------------------------------------------------------------
-
 class ModelUnits : public support::OperationTest {};
-
-TEST_F(ModelUnits, ConvertByThePrincipalUnitSystem) {
-  bench::Model& model = AddModel(L"BRACKET", PRO_MDL_PART);
-  ProMdl handle = bench::Handle(model);
-  const std::pair<bench::LengthUnit, double> cases[] = {{bench::LengthUnit::kMillimetre, 1},
-                                                        {bench::LengthUnit::kInch, 1 / 25.4},
-                                                        {bench::LengthUnit::kMetre, 0.001}};
-  for (const auto& [unit, factor] : cases) {
-    model.length_unit = unit;
-    EXPECT_NEAR(MmToModelScale(handle), factor, 1e-15);
-    EXPECT_NEAR(MmToModel(handle, 25.4), 25.4 * factor, 1e-13);
-    EXPECT_NEAR(MmToModelGuarded(handle, -25.4), -25.4 * factor, 1e-13);
-    EXPECT_NEAR(ModelToMm(handle, factor), 1, 1e-13);
-  }
-}
 
 TEST_F(ModelUnits, LeaveNumbersAsTheyAreWhenTheHostDoesNotTell) {
   bench::Model& model = AddModel(L"BRACKET", PRO_MDL_PART);
@@ -192,59 +144,20 @@ TEST_F(ModelUnits, GuardOnlyTheFamiliesThatAskForIt) {
   EXPECT_EQ(ModelToMm(handle, 5), 5.0);
 }
 
-// ---- working directory
-// -------------------------------------------------------------------------------------------
+class BorrowedDirectory : public support::OperationTest {};
 
-class BorrowedDirectory : public support::OperationTest {
- protected:
-  void SetUp() override {
-    OperationTest::SetUp();
-    std::filesystem::create_directory(directory() / "sub");
-    home_ = bench::WorkingDirectory();
-  }
-  std::wstring Sub() const { return (directory() / "sub").wstring(); }
-  std::wstring home_;
-};
-
-TEST_F(BorrowedDirectory, IsGivenBackAtTheEndOfTheScope) {
-  {
-    const WorkingDirectoryGuard guard(Sub());
-    EXPECT_TRUE(guard.changed());
-    EXPECT_EQ(guard.status(), 0);
-    EXPECT_NE(bench::WorkingDirectory(), home_);
-  }
-  EXPECT_EQ(bench::WorkingDirectory(), home_);
-}
-
-TEST_F(BorrowedDirectory, IsNotAskedForWithoutAName) {
+// That it is given back whichever call fails is seen where files are opened and saved.
+TEST_F(BorrowedDirectory, AndParsedPathsReachTheHostOnlyWhenABufferHoldsThem) {
   const auto mark = host().journal.Mark();
-  { const WorkingDirectoryGuard guard(L""); }
+  const WorkingDirectoryGuard nameless(L"");
   EXPECT_TRUE(CallsSince(mark).empty());
-}
-
-TEST_F(BorrowedDirectory, StaysWhenItCanNotBeHad) {
-  const auto mark = host().journal.Mark();
-  {
-    const WorkingDirectoryGuard long_one(std::wstring(260, L'a'));
-    EXPECT_FALSE(long_one.changed());
-    EXPECT_EQ(long_one.status(), -2);
-  }
+  const WorkingDirectoryGuard long_one(std::wstring(260, L'a'));
+  EXPECT_FALSE(long_one.changed());
+  EXPECT_EQ(long_one.status(), -2);
+  std::wstring directory = L"before", name = L"before", extension = L"before";
+  EXPECT_FALSE(ParseModelFileName(std::wstring(260, L'a'), directory, name, extension));
+  EXPECT_TRUE(directory.empty() && name.empty() && extension.empty());
   EXPECT_EQ(CallsSince(mark), std::vector<std::string>{"ProDirectoryCurrentGet"});
-  {
-    faults().Fail("ProDirectoryChange", -15);
-    const WorkingDirectoryGuard refused(Sub());
-    EXPECT_FALSE(refused.changed());
-    EXPECT_EQ(refused.status(), -15);
-  }
-  EXPECT_EQ(bench::WorkingDirectory(), home_);
-}
-
-TEST_F(BorrowedDirectory, IsKeptWhenTheOldOneIsUnknown) {
-  faults().Fail("ProDirectoryCurrentGet", -1);
-  const auto mark = host().journal.Mark();
-  { const WorkingDirectoryGuard guard(Sub()); }
-  EXPECT_NE(bench::WorkingDirectory(), home_);
-  EXPECT_EQ(CallsSince(mark, {"ProDirectoryChange"}).size(), 1u);
 }
 
 }  // namespace

@@ -38,14 +38,6 @@ const bench::SectionEntity& SketchTest::Entity(const std::wstring& sketch, int i
   return Section(sketch).entities.at(id);
 }
 
-std::vector<std::wstring> SketchTest::LogLines() {
-  std::vector<std::wstring> lines;
-  for (const CapturedLine& line : CapturedLog()) {
-    if (line.side == LogSide::kOperation) lines.push_back(line.text);
-  }
-  return lines;
-}
-
 void CommittedSketchTest::SetUp() {
   SketchTest::SetUp();
   NewPart();

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
 #include "addin/ops/sketch/session.h"
 #include "bench/host/section_data.h"
@@ -24,9 +23,6 @@ class SketchTest : public OperationTest {
   // The section of the sketch's feature in the model. Its entity 1 is the seed.
   const bench::SectionData& Section(const std::wstring& sketch);
   const bench::SectionEntity& Entity(const std::wstring& sketch, int id);
-
-  // The operation side's log since the last `ClearCapturedLog`.
-  std::vector<std::wstring> LogLines();
 };
 
 // A part with the sketch "S" in it, whose commits are to be looked at.

@@ -1,3 +1,2 @@
 set(sketch_tests
-  sketch_arguments_test.cpp sketch_commit_test.cpp sketch_create_test.cpp sketch_fixture.cpp sketch_geometry_test.cpp
-  sketch_naming_test.cpp sketch_refusal_test.cpp)
+  sketch_arguments_test.cpp sketch_commit_test.cpp sketch_create_test.cpp sketch_fixture.cpp sketch_geometry_test.cpp)
