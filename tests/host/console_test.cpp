@@ -27,10 +27,15 @@ class ConsoleTest : public support::BenchTest {
 TEST_F(ConsoleTest, EveryAnswerEndsWithOkOrAnError) {
   EXPECT_THAT(Run(""), ElementsAre("ok"));
   EXPECT_THAT(Run("  pause "), ElementsAre("ok"));
+  EXPECT_TRUE(host().ui.Paused());
+  EXPECT_THAT(Run("resume"), ElementsAre("ok"));
+  EXPECT_FALSE(host().ui.Paused());
   EXPECT_THAT(Run("dance"), ElementsAre("error: there is no command dance; help lists them"));
   EXPECT_THAT(Run("pause now"), ElementsAre("error: usage: pause"));
   EXPECT_THAT(Run("tree"), ElementsAre("error: no model is current"));
   EXPECT_TRUE(goes_on);
+  EXPECT_THAT(Run("quit"), ElementsAre("ok"));
+  EXPECT_FALSE(goes_on);
 }
 
 TEST_F(ConsoleTest, HelpListsTheCommands) {
@@ -39,11 +44,6 @@ TEST_F(ConsoleTest, HelpListsTheCommands) {
        {"help:", "models:", "tree:", "journal [N]:", "faces:", "units mm|inch|m:",
         "fault CALL STATUS|noeffect [NTH[-MTH]]:", "delay CALL MS:", "ledger:", "pause:", "resume:", "quit:"})
     EXPECT_THAT(help, Contains(StartsWith(command)));
-}
-
-TEST_F(ConsoleTest, OnlyQuitEndsTheHost) {
-  EXPECT_THAT(Run("quit"), ElementsAre("ok"));
-  EXPECT_FALSE(goes_on);
 }
 
 TEST_F(ConsoleTest, ModelsTellsWindowStateVolumeAndSize) {
@@ -91,7 +91,7 @@ TEST_F(ConsoleTest, JournalPutsRepeatedCallsOnOneLine) {
   EXPECT_THAT(Run("journal 0"), ElementsAre("error: N must be 1 or more: 0"));
 }
 
-TEST_F(ConsoleTest, FaultScriptsTheCallsThatItNames) {
+TEST_F(ConsoleTest, FaultScriptsTheCallsThatItNamesAndRefusesWhatWouldNeverBeMet) {
   Model& part = NewPart(L"BOLT");
   EXPECT_THAT(Run("fault ProMdlDisplay -8 2-3"), ElementsAre("ok"));
   const ProError statuses[] = {ProMdlDisplay(Handle(part)), ProMdlDisplay(Handle(part)),
@@ -100,9 +100,7 @@ TEST_F(ConsoleTest, FaultScriptsTheCallsThatItNames) {
   EXPECT_THAT(Run("fault ProMdlErase noeffect"), ElementsAre("ok"));
   EXPECT_EQ(ProMdlErase(Handle(part)), PRO_TK_NO_ERROR);
   EXPECT_NE(host().session.Find(Handle(part)), nullptr);
-}
 
-TEST_F(ConsoleTest, FaultRefusesWhatWouldNeverBeMet) {
   EXPECT_THAT(Run("fault ProNoSuchCall -1"), ElementsAre("error: there is no call ProNoSuchCall"));
   EXPECT_THAT(Run("fault ProMdlDisplay often"), ElementsAre("error: STATUS is no number: often"));
   EXPECT_THAT(Run("fault ProMdlDisplay 0"), ElementsAre(HasSubstr("noeffect")));
@@ -118,13 +116,6 @@ TEST_F(ConsoleTest, LedgerTellsWhatIsOutstandingAndEveryViolation) {
   EXPECT_THAT(Run("ledger"),
               ElementsAre("outstanding: 1 selection", "violation: ProArrayFree frees nothing", "ok"));
   TakeViolations();
-}
-
-TEST_F(ConsoleTest, PauseHoldsTheTimersUntilResume) {
-  Run("pause");
-  EXPECT_TRUE(host().ui.Paused());
-  Run("resume");
-  EXPECT_FALSE(host().ui.Paused());
 }
 
 TEST_F(ConsoleTest, UnitsChangesTheSystemOfTheCurrentModel) {

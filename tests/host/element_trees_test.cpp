@@ -1,6 +1,7 @@
 #include <ProArray.h>
 #include <ProElement.h>
 #include <ProReference.h>
+#include <ProSelection.h>
 #include <gmock/gmock.h>
 
 #include <limits>
@@ -35,21 +36,15 @@ class ElementTreesTest : public support::BenchTest {
   }
 };
 
-TEST_F(ElementTreesTest, KeepChildrenInTheirOrderAndIdsMayRepeat) {
+TEST_F(ElementTreesTest, KeepChildrenInTheirOrderWithRepeatedIdsAndReachThemByPath) {
   Tree tree;
   const ProElement depth = tree.Compound(tree.Root(), 515);
   tree.Compound(tree.Root(), 447);
   tree.Compound(depth, 429);
-  tree.Compound(depth, 428);
+  const ProElement side = tree.Compound(depth, 428);
   tree.Compound(depth, 429);
   EXPECT_THAT(ChildrenOf(tree.Root()), ElementsAre(515, 447));
   EXPECT_THAT(ChildrenOf(depth), ElementsAre(429, 428, 429));
-}
-
-TEST_F(ElementTreesTest, ReachedByPathIsTheElementThatWasAdded) {
-  Tree tree;
-  const ProElement depth = tree.Compound(tree.Root(), 515);
-  const ProElement side = tree.Compound(depth, 428);
   ProElempathItem items[2] = {{PRO_ELEM_PATH_ITEM_ID, {515}}, {PRO_ELEM_PATH_ITEM_ID, {428}}};
   ProElempath path = nullptr;
   ProElement found = nullptr;
@@ -63,8 +58,9 @@ TEST_F(ElementTreesTest, ReachedByPathIsTheElementThatWasAdded) {
   EXPECT_EQ(ProElempathFree(&path), PRO_TK_NO_ERROR);
 }
 
-TEST_F(ElementTreesTest, TakeOnlyValuesOfTheirKind) {
+TEST_F(ElementTreesTest, TakeOnlyFiniteValuesOfTheirKind) {
   ProElement integer = Allocate(387), number = Allocate(434), text = Allocate(1964), compound = Allocate(447);
+  ProElement plane = Allocate(451);
   wchar_t name[] = L"NAME";
   const ProError no = PRO_TK_INVALID_TYPE, yes = PRO_TK_NO_ERROR;
   EXPECT_EQ(ProElementIntegerSet(integer, 917), yes);
@@ -73,22 +69,16 @@ TEST_F(ElementTreesTest, TakeOnlyValuesOfTheirKind) {
   EXPECT_EQ(ProElementIntegerSet(number, 1), no);
   EXPECT_EQ(ProElementWstringSet(text, name), yes);
   EXPECT_EQ(ProElementIntegerSet(text, 1), no);
-  EXPECT_EQ(ProElementIntegerSet(compound, 1), no);
   EXPECT_EQ(ProElementWstringSet(compound, name), no);
   for (const double value :
        {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()})
     EXPECT_EQ(ProElementDoubleSet(number, value), PRO_TK_BAD_INPUTS);
-  for (ProElement* element : {&integer, &number, &text, &compound})
-    EXPECT_EQ(ProElementFree(element), PRO_TK_NO_ERROR);
-}
-
-TEST_F(ElementTreesTest, UnsetReferenceIsNoValue) {
-  ProElement element = Allocate(451);
-  ProReference reference = nullptr;
-  ASSERT_EQ(ProReferenceAlloc(&reference), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProElementReferenceSet(element, reference), PRO_TK_BAD_INPUTS);
-  EXPECT_EQ(ProReferenceFree(reference), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProElementFree(&element), PRO_TK_NO_ERROR);
+  ProReference unset = nullptr;
+  ASSERT_EQ(ProReferenceAlloc(&unset), yes);
+  EXPECT_EQ(ProElementReferenceSet(plane, unset), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProReferenceFree(unset), yes);
+  for (ProElement* element : {&integer, &number, &text, &compound, &plane})
+    EXPECT_EQ(ProElementFree(element), yes);
 }
 
 TEST_F(ElementTreesTest, RefuseWhatIsNoTree) {
@@ -102,28 +92,73 @@ TEST_F(ElementTreesTest, RefuseWhatIsNoTree) {
   EXPECT_EQ(ProElementFree(&child), PRO_TK_NO_ERROR);
 }
 
-TEST_F(ElementTreesTest, ElementOfATreeIsFreedWithTheTreeAndOnlyWithIt) {
-  ProElement root = Allocate(386), child = Allocate(447);
+TEST_F(ElementTreesTest, ElementOfATreeIsFreedWithTheTreeAndFreedAndForeignOnesAreViolations) {
+  ProElement root = Allocate(386), child = Allocate(447), other = Allocate(447);
   ASSERT_EQ(ProElemtreeElementAdd(root, nullptr, child), PRO_TK_NO_ERROR);
-  ProElement mine = child;
+  ProElement mine = child, freed = other;
   EXPECT_EQ(ProElementFree(&mine), PRO_TK_BAD_CONTEXT);
-  EXPECT_EQ(ProElementFree(&root), PRO_TK_NO_ERROR);
-  EXPECT_EQ(root, nullptr);
-  int id = 0;
-  EXPECT_EQ(ProElementIdGet(child, &id), PRO_TK_INVALID_PTR);
-  EXPECT_THAT(TakeViolations(), ElementsAre(HasSubstr("ProElementFree"), HasSubstr("ProElementIdGet")));
-}
-
-TEST_F(ElementTreesTest, FreedAndForeignElementsAreViolations) {
-  ProElement root = Allocate(386), child = Allocate(447);
-  ProElement freed = child;
-  EXPECT_EQ(ProElementFree(&child), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementFree(&other), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProElemtreeElementAdd(root, nullptr, freed), PRO_TK_INVALID_PTR);
   EXPECT_EQ(ProElementFree(&freed), PRO_TK_INVALID_PTR);
   EXPECT_EQ(ProElementIntegerSet(reinterpret_cast<ProElement>(&freed), 1), PRO_TK_INVALID_PTR);
   EXPECT_EQ(ProElementFree(&root), PRO_TK_NO_ERROR);
-  EXPECT_THAT(TakeViolations(), ElementsAre(HasSubstr("ProElemtreeElementAdd"), HasSubstr("ProElementFree"),
-                                            HasSubstr("ProElementIntegerSet")));
+  EXPECT_EQ(root, nullptr);
+  int id = 0;
+  EXPECT_EQ(ProElementIdGet(child, &id), PRO_TK_INVALID_PTR);
+  EXPECT_THAT(TakeViolations(), ElementsAre(HasSubstr("ProElementFree"), HasSubstr("ProElemtreeElementAdd"),
+                                            HasSubstr("ProElementFree"), HasSubstr("ProElementIntegerSet"),
+                                            HasSubstr("ProElementIdGet")));
+}
+
+class ReferencesTest : public support::BenchTest {
+ protected:
+  void SetUp() override {
+    BenchTest::SetUp();
+    part_ = &NewPart(L"GROUND");
+    plane_ = {PRO_FEATURE, part_->features.front()->id, part_};
+  }
+
+  Model* part_ = nullptr;
+  ProModelitem plane_{};
+};
+
+TEST_F(ReferencesTest, SelectionsNameOnlyWhatIsThere) {
+  ProSelection selection = nullptr;
+  ProModelitem gone = plane_;
+  gone.id = 4711;
+  ProModelitem of_nobody = plane_;
+  of_nobody.owner = nullptr;
+  ProModelitem wrong_type = plane_;
+  wrong_type.type = PRO_SURFACE;
+  for (ProModelitem item : {gone, of_nobody, wrong_type})
+    EXPECT_EQ(ProSelectionAlloc(nullptr, &item, &selection), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(selection, nullptr);
+}
+
+TEST_F(ReferencesTest, SelectionOfWhatWentAwayGivesNoReference) {
+  ProSelection selection = nullptr;
+  ProReference reference = nullptr;
+  ASSERT_EQ(ProSelectionAlloc(nullptr, &plane_, &selection), PRO_TK_NO_ERROR);
+  part_->features.erase(part_->features.begin());
+  EXPECT_EQ(ProSelectionToReference(selection, &reference), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ReferencesTest, FreedAndMistakenHandlesAreViolations) {
+  ProSelection selection = nullptr;
+  ProReference reference = nullptr;
+  ASSERT_EQ(ProSelectionAlloc(nullptr, &plane_, &selection), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProReferenceAlloc(&reference), PRO_TK_NO_ERROR);
+  ProSelection freed = selection;
+  auto mistaken = reinterpret_cast<ProSelection>(reference);
+  ProSelection copy = nullptr;
+  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProSelectionCopy(freed, &copy), PRO_TK_INVALID_PTR);
+  EXPECT_EQ(ProSelectionFree(&mistaken), PRO_TK_INVALID_PTR);
+  EXPECT_EQ(ProReferenceFree(reference), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProReferenceSet(reference, nullptr, &plane_), PRO_TK_INVALID_PTR);
+  EXPECT_THAT(TakeViolations(), ElementsAre(HasSubstr("ProSelectionCopy"), HasSubstr("ProSelectionFree"),
+                                            HasSubstr("ProReferenceSet")));
 }
 
 }  // namespace

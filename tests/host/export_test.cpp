@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "bench/host/base64.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
@@ -25,10 +26,7 @@ class ExportTest : public support::FeatureTest {
  protected:
   void SetUp() override {
     FeatureTest::SetUp();
-    part_ = &NewPart(L"EXPORTED");
-    const ProFeature plate = Sketch(*part_, L"PLATE", L"FRONT",
-                                    [](ProSection section) { support::AddRectangle(section, 0, 0, 40, 20); });
-    ASSERT_EQ(Extrude(*part_, plate, {}).status, PRO_TK_NO_ERROR);
+    ASSERT_EQ(Extrude(*part_, Plate(), {}).status, PRO_TK_NO_ERROR);
   }
   ProError Write(Model& model, ProIntf3DFileType type, const std::wstring& path) {
     support::PathBuffer buffer(path);
@@ -44,20 +42,21 @@ class ExportTest : public support::FeatureTest {
     std::ifstream stream(std::filesystem::path(PathOf(file)), std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
   }
-
-  Model* part_ = nullptr;
 };
 
-TEST_F(ExportTest, StepAndIgesGetTheirExtensionsFromTheWriter) {
+TEST_F(ExportTest, StepAndIgesGetTheirExtensionsFromTheWriterAndReplaceWhatStoodThere) {
+  WriteFile(L"plate.stp", "what stood there");
   EXPECT_EQ(Write(*part_, kStep, PathOf(L"plate")), PRO_TK_NO_ERROR);
   EXPECT_EQ(Write(*part_, kIges, PathOf(L"plate.v2")), PRO_TK_NO_ERROR);
   EXPECT_THAT(FilesHere(), ElementsAre(L"plate.stp", L"plate.v2.igs"));
   const std::string step = Bytes(L"plate.stp");
   EXPECT_THAT(step, StartsWith("ISO-10303-21;"));
-  EXPECT_THAT(step, HasSubstr("EXPORTED"));
+  EXPECT_THAT(step, HasSubstr("PART"));
   EXPECT_THAT(step, HasSubstr("END-ISO-10303-21;"));
   // The first section of an IGES file is marked in column 73.
   EXPECT_EQ(Bytes(L"plate.v2.igs").at(72), 'S');
+  EXPECT_EQ(Write(NewAssembly(L"FRAME"), kStep, PathOf(L"frame")), PRO_TK_NO_ERROR);
+  EXPECT_THAT(Bytes(L"frame.stp"), HasSubstr("FRAME"));
 }
 
 TEST_F(ExportTest, StlIsBinaryAndKeepsThePathsExtension) {
@@ -72,34 +71,26 @@ TEST_F(ExportTest, StlIsBinaryAndKeepsThePathsExtension) {
   EXPECT_EQ(facets, 12u);
 }
 
-TEST_F(ExportTest, RefusedFormatsWriteNothing) {
+TEST_F(ExportTest, RefusedFormatsAndPathsThatCantBeWrittenLeaveNothingBehind) {
   EXPECT_EQ(Write(*part_, kAcis, PathOf(L"plate")), PRO_TK_NOT_IMPLEMENTED);
   EXPECT_EQ(Write(*part_, static_cast<ProIntf3DFileType>(99), PathOf(L"plate")), PRO_TK_BAD_INPUTS);
   EXPECT_EQ(WriteStl(*part_, PathOf(L"plate.stl"), 2), PRO_TK_NOT_IMPLEMENTED)
       << "another place than the model's";
-  EXPECT_THAT(FilesHere(), ElementsAre());
-}
-
-TEST_F(ExportTest, PathsThatCantBeWrittenAreStatusesAndLeaveNothingBehind) {
   EXPECT_EQ(Write(*part_, kStep, PathOf(L"nowhere\\plate")), PRO_TK_INVALID_DIR);
-  std::filesystem::create_directory(PathOf(L"taken.stp"));
-  EXPECT_EQ(Write(*part_, kStep, PathOf(L"taken")), PRO_TK_CANT_WRITE);
   EXPECT_EQ(Write(*part_, kStep, PathOf(L"a?b")), PRO_TK_CANT_WRITE);
   EXPECT_TRUE(Complained("can't be written"));
   EXPECT_EQ(Write(*part_, kStep, L""), PRO_TK_BAD_INPUTS);
+  std::filesystem::create_directory(PathOf(L"taken.stp"));
+  EXPECT_EQ(Write(*part_, kStep, PathOf(L"taken")), PRO_TK_CANT_WRITE);
   EXPECT_THAT(FilesHere(), ElementsAre(L"taken.stp"));
 }
 
-TEST_F(ExportTest, AssemblyWithoutComponentsIsAnEmptyProduct) {
-  EXPECT_EQ(Write(NewAssembly(L"FRAME"), kStep, PathOf(L"frame")), PRO_TK_NO_ERROR);
-  EXPECT_THAT(Bytes(L"frame.stp"), HasSubstr("FRAME"));
-}
-
-TEST_F(ExportTest, ExportWithoutAKernelFails) {
-  host().kernel.SetProgram(L"/nowhere/creokernel");
-  EXPECT_EQ(Write(*part_, kStep, PathOf(L"plate")), PRO_TK_COMM_ERROR);
-  host().kernel.SetProgram(KernelProgram());
-  EXPECT_THAT(FilesHere(), ElementsAre());
+TEST(Base64Test, DecodesEveryLengthOfPaddingAndRefusesWhatIsNone) {
+  EXPECT_EQ(DecodeBase64(""), "");
+  EXPECT_EQ(DecodeBase64("TQ=="), "M");
+  EXPECT_EQ(DecodeBase64("TWE="), "Ma");
+  EXPECT_EQ(DecodeBase64("+/8A"), std::string("\xFB\xFF\0", 3));
+  for (const char* text : {"TWF", "TW Fu", "TW-u", "T===", "=TWF"}) EXPECT_FALSE(DecodeBase64(text)) << text;
 }
 
 }  // namespace

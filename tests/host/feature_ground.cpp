@@ -45,12 +45,14 @@ int Add(ProSection section, Record record) {
 
 }  // namespace
 
-Tree::Tree() {
+Tree::Tree(int left_out) : left_out_(left_out) {
   EXPECT_EQ(ProElementAlloc(386, &root_), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementAlloc(386, &aside_), PRO_TK_NO_ERROR);
 }
 
 Tree::~Tree() {
   EXPECT_EQ(ProElementFree(&root_), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementFree(&aside_), PRO_TK_NO_ERROR);
 }
 
 ProElement Tree::Hang(ProElement parent, int id, const std::function<ProError(ProElement)>& set_value) {
@@ -59,6 +61,7 @@ ProElement Tree::Hang(ProElement parent, int id, const std::function<ProError(Pr
   if (set_value) {
     EXPECT_EQ(set_value(element), PRO_TK_NO_ERROR) << "element " << id;
   }
+  if (id == left_out_) parent = aside_;
   EXPECT_EQ(ProElemtreeElementAdd(parent, nullptr, element), PRO_TK_NO_ERROR) << "element " << id;
   return element;
 }
@@ -94,6 +97,32 @@ void FeatureTest::SetUp() {
   if (HasFatalFailure()) return;
   // A test that failed may have left another one.
   host().kernel.SetProgram(KernelProgram());
+  part_ = &NewPart(L"PART");
+}
+
+ProFeature FeatureTest::Plate(std::wstring_view plane) {
+  return Sketch(*part_, L"PLATE", plane, [](ProSection section) { AddRectangle(section, 0, 0, 40, 20); });
+}
+
+ProFeature FeatureTest::Circle(double x, double y, double radius) {
+  return Sketch(*part_, L"CIRCLE", L"FRONT", [=](ProSection section) { AddCircle(section, x, y, radius); });
+}
+
+ProFeature FeatureTest::OpenLine() {
+  return Sketch(*part_, L"OPEN", L"FRONT", [](ProSection section) { AddLine(section, 0, 0, 10, 0); });
+}
+
+void FeatureTest::ExpectVolume(double volume) {
+  ASSERT_TRUE(part_->topology.mass);
+  EXPECT_NEAR(part_->topology.mass->volume / volume, 1, 1e-6);
+}
+
+void FeatureTest::ExpectOutline(const Vector3& low, const Vector3& high) {
+  ASSERT_TRUE(part_->topology.outline);
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_NEAR(part_->topology.outline->low[i], low[i], 1e-6) << "low " << i;
+    EXPECT_NEAR(part_->topology.outline->high[i], high[i], 1e-6) << "high " << i;
+  }
 }
 
 std::wstring FeatureTest::KernelProgram() {
@@ -107,17 +136,22 @@ ProModelitem FeatureTest::PlaneOf(Model& model, std::wstring_view name) {
   return {};
 }
 
+void FeatureTest::FillSetup(Tree& tree, ProElement setup, ProModelitem plane, ProModelitem reference,
+                            int orientation) {
+  tree.Reference(setup, 451, plane);
+  tree.Integer(setup, 452, 1);
+  tree.Integer(setup, 454, orientation);
+  tree.Reference(setup, 455, reference);
+}
+
 void FeatureTest::FillSketchTree(Tree& tree, Model& model, std::wstring_view name, std::wstring_view plane) {
   const bool on_right = plane == L"RIGHT";
   tree.Integer(tree.Root(), 387, 949);
   tree.Integer(tree.Root(), 511, 0);
   tree.Text(tree.Root(), 1964, std::wstring(name));
   const ProElement section = tree.Compound(tree.Root(), 447);
-  const ProElement setup = tree.Compound(section, 450);
-  tree.Reference(setup, 451, PlaneOf(model, plane));
-  tree.Integer(setup, 452, 1);
-  tree.Integer(setup, 454, on_right ? 1 : 4);
-  tree.Reference(setup, 455, PlaneOf(model, on_right ? L"TOP" : L"RIGHT"));
+  FillSetup(tree, tree.Compound(section, 450), PlaneOf(model, plane),
+            PlaneOf(model, on_right ? L"TOP" : L"RIGHT"), on_right ? 1 : 4);
 }
 
 Creation FeatureTest::Create(Model& model, ProElement tree, int option) {

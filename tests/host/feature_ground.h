@@ -15,10 +15,10 @@
 
 namespace bench::support {
 
-// A tree that a test owns.
+// A tree that a test owns. What is hung into it under the id that is left out isn't there.
 class Tree {
  public:
-  Tree();
+  explicit Tree(int left_out = 0);
   Tree(const Tree&) = delete;
   Tree& operator=(const Tree&) = delete;
   ~Tree();
@@ -32,7 +32,9 @@ class Tree {
 
  private:
   ProElement Hang(ProElement parent, int id, const std::function<ProError(ProElement)>& set_value);
+  int left_out_;
   ProElement root_ = nullptr;
+  ProElement aside_ = nullptr;
 };
 
 struct Creation {
@@ -61,6 +63,16 @@ class FeatureTest : public BenchTest {
  protected:
   void SetUp() override;
 
+  ProSolid Solid() { return SolidHandle(*part_); }
+  // Drawn into the part at hand: a rectangle of 40 by 20 with its corner in the section's origin, a circle on
+  // FRONT, an outline that is open.
+  ProFeature Plate(std::wstring_view plane = L"FRONT");
+  ProFeature Circle(double x, double y, double radius);
+  ProFeature OpenLine();
+  // Of the part at hand, in millimetres, to 1e-6.
+  void ExpectVolume(double volume);
+  void ExpectOutline(const Vector3& low, const Vector3& high);
+
   // The program of the kernel that the environment names.
   std::wstring KernelProgram();
 
@@ -68,6 +80,9 @@ class FeatureTest : public BenchTest {
 
   // The surface of a template's datum plane.
   ProModelitem PlaneOf(Model& model, std::wstring_view name);
+  // Where a sketch lies and how it is turned.
+  void FillSetup(Tree& tree, ProElement setup, ProModelitem plane, ProModelitem reference,
+                 int orientation = 4);
   // The tree of a sketch on a plane, turned as a caller turns it: RIGHT to the right, on RIGHT itself TOP to
   // the top.
   void FillSketchTree(Tree& tree, Model& model, std::wstring_view name, std::wstring_view plane);
@@ -88,6 +103,8 @@ class FeatureTest : public BenchTest {
 
   // The model as its file would be, with what a file doesn't hold.
   std::string Snapshot(const Model& model);
+
+  Model* part_ = nullptr;
 };
 
 // The section of a tree with one; null when there is none.

@@ -19,19 +19,16 @@ class FeatureRemovalTest : public support::FeatureTest {
  protected:
   void SetUp() override {
     FeatureTest::SetUp();
-    part_ = &NewPart(L"REMOVALS");
-    plate_ = Sketch(*part_, L"PLATE", L"FRONT",
-                    [](ProSection section) { support::AddRectangle(section, 0, 0, 40, 20); });
+    plate_ = Plate();
     block_ = Extrude(*part_, plate_, {}).feature;
-    circle_ = Sketch(*part_, L"CIRCLE", L"FRONT",
-                     [](ProSection section) { support::AddCircle(section, 20, 10, 5); });
+    circle_ = Circle(20, 10, 5);
     hole_ = Extrude(*part_, circle_, {.second_side = 1048576, .depth = {}, .cut = true}).feature;
     ASSERT_NEAR(Volume(), kBlockWithHole, 1e-3);
+    ASSERT_EQ(part_->FindFeature(hole_.id)->type, 916);
     part_->modified = false;
   }
 
   double Volume() { return part_->topology.mass ? part_->topology.mass->volume : 0; }
-  ProSolid Solid() { return reinterpret_cast<ProSolid>(part_); }
   ProError DeleteAlone(std::vector<int> ids) {
     return ProFeatureDelete(Solid(), ids.data(), static_cast<int>(ids.size()), nullptr, 0);
   }
@@ -60,35 +57,22 @@ class FeatureRemovalTest : public support::FeatureTest {
     return -1;
   }
 
-  Model* part_ = nullptr;
   ProFeature plate_{}, block_{}, circle_{}, hole_{};
 };
 
-TEST_F(FeatureRemovalTest, DeletingGivesTheGeometryBack) {
-  EXPECT_EQ(Delete({hole_.id}), PRO_TK_NO_ERROR);
-  EXPECT_NEAR(Volume(), kBlock, 1e-3);
-  EXPECT_EQ(part_->FindFeature(hole_.id), nullptr);
-  EXPECT_TRUE(part_->modified);
-}
-
-TEST_F(FeatureRemovalTest, PlaneWithFeaturesOnItGoesOnlyTogetherWithThem) {
+TEST_F(FeatureRemovalTest, WhatOthersNeedGoesOnlyTogetherWithThem) {
   const std::string before = Snapshot(*part_);
   EXPECT_NE(DeleteAlone({IdOf(L"FRONT")}), PRO_TK_NO_ERROR);
+  EXPECT_NE(DeleteAlone({block_.id}), PRO_TK_NO_ERROR) << "the hole needs a body";
   EXPECT_EQ(Snapshot(*part_), before);
   EXPECT_EQ(DeleteAlone({IdOf(L"TOP")}), PRO_TK_NO_ERROR) << "nothing stands on it";
+  EXPECT_EQ(Delete({block_.id}), PRO_TK_NO_ERROR);
+  EXPECT_EQ(part_->FindFeature(hole_.id), nullptr);
+  EXPECT_NE(part_->FindFeature(circle_.id), nullptr);
   EXPECT_EQ(Delete({IdOf(L"FRONT")}), PRO_TK_NO_ERROR);
   for (const ProFeature& gone : {plate_, block_, circle_, hole_})
     EXPECT_EQ(part_->FindFeature(gone.id), nullptr);
   EXPECT_EQ(Volume(), 0);
-}
-
-TEST_F(FeatureRemovalTest, CutGoesWithTheOnlyBodyThereWasToCut) {
-  const std::string before = Snapshot(*part_);
-  EXPECT_NE(DeleteAlone({block_.id}), PRO_TK_NO_ERROR);
-  EXPECT_EQ(Snapshot(*part_), before);
-  EXPECT_EQ(Delete({block_.id}), PRO_TK_NO_ERROR);
-  EXPECT_EQ(part_->FindFeature(hole_.id), nullptr);
-  EXPECT_NE(part_->FindFeature(circle_.id), nullptr);
 }
 
 TEST_F(FeatureRemovalTest, BadRequestsChangeNothing) {
@@ -106,18 +90,7 @@ TEST_F(FeatureRemovalTest, BadRequestsChangeNothing) {
   EXPECT_EQ(Snapshot(*part_), before);
 }
 
-TEST_F(FeatureRemovalTest, SuppressedFeatureIsThereWithoutItsGeometry) {
-  EXPECT_EQ(Suppress({hole_.id}), PRO_TK_NO_ERROR);
-  EXPECT_NEAR(Volume(), kBlock, 1e-3);
-  EXPECT_EQ(part_->FindFeature(hole_.id)->status, PRO_FEAT_SUPPRESSED);
-  EXPECT_TRUE(part_->modified);
-  EXPECT_EQ(Suppress({hole_.id}), PRO_TK_NO_CHANGE);
-  EXPECT_EQ(Resume({hole_.id}), PRO_TK_NO_ERROR);
-  EXPECT_NEAR(Volume(), kBlockWithHole, 1e-3);
-  EXPECT_EQ(Resume({hole_.id}), PRO_TK_NO_CHANGE);
-}
-
-TEST_F(FeatureRemovalTest, IdsComeBackWithTheGeometry) {
+TEST_F(FeatureRemovalTest, SuppressedFeatureIsThereWithoutItsGeometryWhichComesBackWithItsIds) {
   const auto items = [this] {
     std::vector<std::pair<int, std::string>> alive;
     for (const auto& feature : part_->features)
@@ -126,37 +99,39 @@ TEST_F(FeatureRemovalTest, IdsComeBackWithTheGeometry) {
     return alive;
   };
   const auto before = items();
-  ASSERT_EQ(Suppress({hole_.id}), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Suppress({hole_.id}), PRO_TK_NO_ERROR);
+  EXPECT_NEAR(Volume(), kBlock, 1e-3);
   EXPECT_NE(items(), before);
-  ASSERT_EQ(Resume({hole_.id}), PRO_TK_NO_ERROR);
+  EXPECT_EQ(part_->FindFeature(hole_.id)->status, PRO_FEAT_SUPPRESSED);
+  EXPECT_TRUE(part_->modified);
+  EXPECT_EQ(Suppress({hole_.id}), PRO_TK_NO_CHANGE);
+  EXPECT_EQ(Resume({hole_.id}), PRO_TK_NO_ERROR);
+  EXPECT_NEAR(Volume(), kBlockWithHole, 1e-3);
   EXPECT_EQ(items(), before);
+  EXPECT_EQ(Resume({hole_.id}), PRO_TK_NO_CHANGE);
+  EXPECT_EQ(Delete({hole_.id}), PRO_TK_NO_ERROR);
+  EXPECT_NEAR(Volume(), kBlock, 1e-3);
+  EXPECT_EQ(part_->FindFeature(hole_.id), nullptr);
 }
 
-TEST_F(FeatureRemovalTest, SuppressionIsRefusedWhileActiveFeaturesNeedIt) {
+TEST_F(FeatureRemovalTest, SuppressionNeedsTheChildrenAlongAndResumingTheParents) {
   const std::string before = Snapshot(*part_);
   EXPECT_NE(Suppress({IdOf(L"FRONT")}), PRO_TK_NO_ERROR);
   EXPECT_NE(Suppress({block_.id}), PRO_TK_NO_ERROR) << "the hole needs a body";
   EXPECT_EQ(Snapshot(*part_), before);
   EXPECT_EQ(Suppress({block_.id, hole_.id}), PRO_TK_NO_ERROR);
   EXPECT_EQ(Volume(), 0);
-}
-
-TEST_F(FeatureRemovalTest, ResumingBringsTheParentsWhenAsked) {
   const int front = IdOf(L"FRONT");
-  ASSERT_EQ(Suppress({front, plate_.id, block_.id, circle_.id, hole_.id}), PRO_TK_NO_ERROR);
+  ASSERT_EQ(Suppress({front, plate_.id, circle_.id}), PRO_TK_NO_ERROR);
+  Tree tree;
+  FillSketchTree(tree, *part_, L"LOST", L"FRONT");
+  EXPECT_NE(Create(*part_, tree.Root(), 2).status, PRO_TK_NO_ERROR);
   EXPECT_EQ(Resume({block_.id}, 0), PRO_TK_SUPP_PARENTS);
   EXPECT_EQ(part_->FindFeature(block_.id)->status, PRO_FEAT_SUPPRESSED);
   EXPECT_EQ(Resume({block_.id}, 1), PRO_TK_NO_ERROR);
   EXPECT_EQ(part_->FindFeature(front)->status, PRO_FEAT_ACTIVE);
   EXPECT_EQ(part_->FindFeature(plate_.id)->status, PRO_FEAT_SUPPRESSED);
   EXPECT_NEAR(Volume(), kBlock, 1e-3);
-}
-
-TEST_F(FeatureRemovalTest, SuppressedPlaneCarriesNoSketch) {
-  ASSERT_EQ(Suppress({IdOf(L"TOP")}), PRO_TK_NO_ERROR);
-  Tree tree;
-  FillSketchTree(tree, *part_, L"LOST", L"TOP");
-  EXPECT_NE(Create(*part_, tree.Root(), 2).status, PRO_TK_NO_ERROR);
 }
 
 }  // namespace

@@ -48,14 +48,6 @@ TEST_F(ModelsTest, ANewPartHasThreePlanesACoordinateSystemAndMillimetres) {
   EXPECT_EQ(NewAssembly(L"FRAME").features.back()->name, L"ASM_DEF_CSYS");
 }
 
-TEST_F(ModelsTest, ThePlanesLookAlongTheirAxes) {
-  Model& part = NewPart(L"BOLT");
-  const Vector3 x{1, 0, 0}, y{0, 1, 0}, z{0, 0, 1};
-  EXPECT_EQ(part.features[0]->plane.Normal(), x);
-  EXPECT_EQ(part.features[1]->plane.Normal(), y);
-  EXPECT_EQ(part.features[2]->plane.Normal(), z);
-}
-
 TEST_F(ModelsTest, NamesThatNoModelCanBearAreRefused) {
   EXPECT_EQ(Create(std::wstring(31, L'a')), PRO_TK_NO_ERROR);
   EXPECT_EQ(Create(std::wstring(32, L'a')), PRO_TK_LINE_TOO_LONG);

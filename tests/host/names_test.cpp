@@ -50,66 +50,47 @@ class NamesTest : public support::BenchTest {
   Feature* unnamed = nullptr;
 };
 
-TEST_F(NamesTest, FeaturesAreFoundByTheirOwnNameInAnyCase) {
-  EXPECT_EQ(Find(PRO_FEATURE, L"EXTRUDE 1"), boss->id);
-  EXPECT_EQ(Find(PRO_FEATURE, L"front"), part->features[2]->id);
-  EXPECT_EQ(Find(PRO_FEATURE, L"Extrude_1"), PRO_TK_E_NOT_FOUND);
-  EXPECT_EQ(Find(PRO_FEATURE, L"Seat"), PRO_TK_E_NOT_FOUND);
-}
-
-TEST_F(NamesTest, PlanesAreFoundAsSurfaceAndAsDatumByTheNameOfTheirFeature) {
+TEST_F(NamesTest, ItemsAreFoundInAnyCaseByTheirOwnNameAndPlanesAndAxesByTheirFeatures) {
   const int front = part->features[2]->items[0].id;
-  EXPECT_EQ(Find(PRO_SURFACE, L"Front"), front);
-  EXPECT_EQ(Find(PRO_DATUM_PLANE, L"FRONT"), front);
-}
-
-TEST_F(NamesTest, AFeatureThatIsNoPlaneLendsItsNameToNoSurface) {
-  EXPECT_EQ(Find(PRO_SURFACE, L"Extrude 1"), PRO_TK_E_NOT_FOUND);
-  EXPECT_EQ(Find(PRO_SURFACE, L"SEAT"), boss->items[1].id);
-}
-
-TEST_F(NamesTest, AnAxisIsFoundByTheNameOfItsFeatureOrItsOwn) {
-  EXPECT_EQ(Find(PRO_AXIS, L"a_1"), axis->items[0].id);
   EXPECT_EQ(SetName(PRO_AXIS, axis->items[0].id, L"HINGE"), PRO_TK_NO_ERROR);
-  EXPECT_EQ(Find(PRO_AXIS, L"hinge"), axis->items[0].id);
-}
-
-TEST_F(NamesTest, GeometryThatIsGoneIsNotFound) {
+  const struct {
+    ProType type;
+    const wchar_t* name;
+    int found;
+  } cases[] = {{PRO_FEATURE, L"EXTRUDE 1", boss->id},
+               {PRO_FEATURE, L"front", part->features[2]->id},
+               {PRO_FEATURE, L"Extrude_1", PRO_TK_E_NOT_FOUND},
+               {PRO_FEATURE, L"Seat", PRO_TK_E_NOT_FOUND},
+               {PRO_SURFACE, L"Front", front},
+               {PRO_DATUM_PLANE, L"FRONT", front},
+               {PRO_SURFACE, L"Extrude 1", PRO_TK_E_NOT_FOUND},
+               {PRO_SURFACE, L"SEAT", boss->items[1].id},
+               {PRO_AXIS, L"a_1", axis->items[0].id},
+               {PRO_AXIS, L"hinge", axis->items[0].id}};
+  for (const auto& each : cases) EXPECT_EQ(Find(each.type, each.name), each.found) << ToUtf8(each.name);
   boss->items[1].alive = false;
-  EXPECT_EQ(Find(PRO_SURFACE, L"Seat"), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(Find(PRO_SURFACE, L"Seat"), PRO_TK_E_NOT_FOUND) << "geometry that is gone";
 }
 
-TEST_F(NamesTest, AnUnnamedFeatureHasNoNameToGive) {
+TEST_F(NamesTest, ANameIsKeptAsItWasGivenAndOnlyAnotherOneChangesTheModel) {
+  part->modified = false;
   NameBuffer name;
   ProModelitem item{PRO_FEATURE, unnamed->id, Handle(*part)};
   EXPECT_EQ(ProModelitemNameGet(&item, name), PRO_TK_E_NOT_FOUND);
-}
-
-TEST_F(NamesTest, ANameIsKeptAsItWasGivenAndChangesTheModel) {
-  part->modified = false;
-  EXPECT_EQ(SetName(PRO_FEATURE, unnamed->id, L"My Sketch"), PRO_TK_NO_ERROR);
-  EXPECT_TRUE(part->modified);
-  NameBuffer name;
-  ProModelitem item{PRO_FEATURE, unnamed->id, Handle(*part)};
-  EXPECT_EQ(ProModelitemNameGet(&item, name), PRO_TK_NO_ERROR);
-  EXPECT_EQ(name.text(), L"My Sketch");
-}
-
-TEST_F(NamesTest, TheSameNameIsNoChangeAndAnotherCaseIsOne) {
-  part->modified = false;
   EXPECT_EQ(SetName(PRO_FEATURE, boss->id, L"Extrude 1"), PRO_TK_NO_CHANGE);
   EXPECT_FALSE(part->modified);
   EXPECT_EQ(SetName(PRO_FEATURE, boss->id, L"EXTRUDE 1"), PRO_TK_NO_ERROR);
   EXPECT_EQ(boss->name, L"EXTRUDE 1");
+  EXPECT_EQ(SetName(PRO_FEATURE, unnamed->id, L"My Sketch"), PRO_TK_NO_ERROR);
+  EXPECT_TRUE(part->modified);
+  EXPECT_EQ(ProModelitemNameGet(&item, name), PRO_TK_NO_ERROR);
+  EXPECT_EQ(name.text(), L"My Sketch");
 }
 
-TEST_F(NamesTest, ATakenNameIsRefusedWithinItsType) {
+TEST_F(NamesTest, NamesThatAreTakenWithinTheirTypeEmptyOrTooLongAreRefused) {
   EXPECT_EQ(SetName(PRO_FEATURE, unnamed->id, L"extrude 1"), PRO_TK_E_FOUND);
   EXPECT_EQ(SetName(PRO_SURFACE, boss->items[0].id, L"SEAT"), PRO_TK_E_FOUND);
   EXPECT_EQ(SetName(PRO_FEATURE, unnamed->id, L"Seat"), PRO_TK_NO_ERROR);
-}
-
-TEST_F(NamesTest, NamesMustFitTheirBuffer) {
   EXPECT_EQ(SetName(PRO_FEATURE, unnamed->id, std::wstring(31, L'n')), PRO_TK_NO_ERROR);
   Buffer<PRO_NAME_SIZE + 1> too_long(std::wstring(32, L'n'));
   ProModelitem item{PRO_FEATURE, unnamed->id, Handle(*part)};

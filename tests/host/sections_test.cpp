@@ -12,7 +12,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Pair;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -88,7 +87,10 @@ TEST_F(SectionsTest, RefuseWhatNoSectionCanHold) {
 TEST_F(SectionsTest, RegenerationCountsEntitiesWithoutExtent) {
   EXPECT_EQ(Regenerated(), std::pair(PRO_TK_NO_ERROR, 0));
   support::AddLine(section_, 0, 0, 1, 0);
-  EXPECT_EQ(Regenerated(), std::pair(PRO_TK_NO_ERROR, 0));
+  support::AddArc(section_, 0, 0, 1, -kPi, kPi);
+  support::AddArc(section_, 0, 0, 1, 7, 8);
+  EXPECT_EQ(AddSpline({{0, 0}, {1, 0}, {0, 1}, {0, 0}}), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Regenerated(), std::pair(PRO_TK_NO_ERROR, 0)) << "full turns and angles from anywhere are fine";
   support::AddLine(section_, 2, 2, 2, 2);
   support::AddCenterline(section_, 1, 0, 1, 0);
   support::AddArc(section_, 0, 0, 1, 0.5, 0.5);
@@ -97,52 +99,27 @@ TEST_F(SectionsTest, RegenerationCountsEntitiesWithoutExtent) {
   EXPECT_EQ(Regenerated(), std::pair(PRO_TK_GENERAL_ERROR, 5));
 }
 
-TEST_F(SectionsTest, FullTurnsAndAnglesFromAnywhereAreFine) {
-  support::AddArc(section_, 0, 0, 1, -kPi, kPi);
-  support::AddArc(section_, 0, 0, 1, 7, 8);
-  EXPECT_EQ(AddSpline({{0, 0}, {1, 0}, {0, 1}, {0, 0}}), PRO_TK_NO_ERROR);
-  EXPECT_EQ(Regenerated(), std::pair(PRO_TK_NO_ERROR, 0));
-}
-
 TEST_F(SectionsTest, GiveEachEntityBackAsItWasAdded) {
-  const int arc = support::AddArc(section_, 1, 2, 3, 0.25, 0.5);
+  support::AddArc(section_, 1, 2, 3, 0.25, 0.5);
   ASSERT_EQ(Add(Pro2dEllipsedef{PRO_2D_ELLIPSE, {4, 5}, 6, 7}), PRO_TK_NO_ERROR);
   ASSERT_EQ(AddSpline({{0, 1}, {2, 3}, {4, 9}}), PRO_TK_NO_ERROR);
+  Pro2dEntdef *arc = nullptr, *ellipse = nullptr, *spline = nullptr, *none = nullptr;
+  ASSERT_EQ(ProSectionEntityGet(section_, 1, &arc), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProSectionEntityGet(section_, 2, &ellipse), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProSectionEntityGet(section_, 3, &spline), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProSectionEntityGet(section_, 4, &none), PRO_TK_E_NOT_FOUND);
 
-  Pro2dEntdef* record = nullptr;
-  ASSERT_EQ(ProSectionEntityGet(section_, arc, &record), PRO_TK_NO_ERROR);
-  const auto& got_arc = *reinterpret_cast<Pro2dArcdef*>(record);
+  const auto& got_arc = *reinterpret_cast<Pro2dArcdef*>(arc);
   EXPECT_EQ(got_arc.type, PRO_2D_ARC);
   EXPECT_THAT(got_arc.center, ElementsAre(1, 2));
   EXPECT_THAT((std::array{got_arc.radius, got_arc.start_angle, got_arc.end_angle}),
               ElementsAre(3, 0.25, 0.5));
-
-  ASSERT_EQ(ProSectionEntityGet(section_, 2, &record), PRO_TK_NO_ERROR);
-  const auto& ellipse = *reinterpret_cast<Pro2dEllipsedef*>(record);
-  EXPECT_THAT(ellipse.origin, ElementsAre(4, 5));
-  EXPECT_THAT((std::array{ellipse.x_radius, ellipse.y_radius}), ElementsAre(6, 7));
-
-  ASSERT_EQ(ProSectionEntityGet(section_, 3, &record), PRO_TK_NO_ERROR);
-  const auto& spline = *reinterpret_cast<Pro2dSplinedef*>(record);
-  ASSERT_EQ(spline.n_points, 3u);
-  EXPECT_THAT(spline.point_arr[2], ElementsAre(4, 9));
-
-  EXPECT_EQ(ProSectionEntityGet(section_, 4, &record), PRO_TK_E_NOT_FOUND);
-}
-
-TEST_F(SectionsTest, RememberWhatIsConstruction) {
-  const int line = support::AddLine(section_, 0, 0, 1, 0);
-  ProBoolean construction = PRO_B_TRUE;
-  EXPECT_EQ(ProSectionEntityIsConstruction(section_, line, &construction), PRO_TK_NO_ERROR);
-  EXPECT_EQ(construction, PRO_B_FALSE);
-  EXPECT_EQ(ProSectionEntityConstructionSet(section_, line, PRO_B_TRUE), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProSectionEntityIsConstruction(section_, line, &construction), PRO_TK_NO_ERROR);
-  EXPECT_EQ(construction, PRO_B_TRUE);
-}
-
-TEST_F(SectionsTest, PrivateSectionsAreKeptForGoodAndCountApart) {
-  EXPECT_THAT(host().ledger.Outstanding(), ElementsAre());
-  EXPECT_THAT(host().ledger.OutstandingWithSections(), ElementsAre(Pair(HandleKind::kSection, 1)));
+  const auto& got_ellipse = *reinterpret_cast<Pro2dEllipsedef*>(ellipse);
+  EXPECT_THAT(got_ellipse.origin, ElementsAre(4, 5));
+  EXPECT_THAT((std::array{got_ellipse.x_radius, got_ellipse.y_radius}), ElementsAre(6, 7));
+  const auto& got_spline = *reinterpret_cast<Pro2dSplinedef*>(spline);
+  ASSERT_EQ(got_spline.n_points, 3u);
+  EXPECT_THAT(got_spline.point_arr[2], ElementsAre(4, 9));
 }
 
 TEST_F(SectionsTest, ForeignHandlesAreViolations) {

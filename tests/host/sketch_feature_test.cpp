@@ -1,4 +1,3 @@
-#include <ProArray.h>
 #include <ProModelitem.h>
 #include <gmock/gmock.h>
 
@@ -14,10 +13,6 @@ using testing::HasSubstr;
 
 class SketchFeatureTest : public support::FeatureTest {
  protected:
-  void SetUp() override {
-    FeatureTest::SetUp();
-    part_ = &NewPart(L"SKETCHES");
-  }
   Creation Incomplete(std::wstring_view name, std::wstring_view plane) {
     Tree tree;
     FillSketchTree(tree, *part_, name, plane);
@@ -29,8 +24,6 @@ class SketchFeatureTest : public support::FeatureTest {
     for (const GeometryItem& item : Of(feature).items) count += item.type == type && item.alive;
     return count;
   }
-
-  Model* part_ = nullptr;
 };
 
 TEST_F(SketchFeatureTest, IncompleteOneHasAnEmptySectionAndAsksNothingOfTheKernel) {
@@ -43,40 +36,25 @@ TEST_F(SketchFeatureTest, IncompleteOneHasAnEmptySectionAndAsksNothingOfTheKerne
   EXPECT_EQ(Of(creation.feature).type, 949);
   EXPECT_EQ(Of(creation.feature).name, L"OUTLINE");
 
-  ProFeature feature = creation.feature;
-  ProElement tree = nullptr;
-  ASSERT_EQ(ProFeatureElemtreeExtract(&feature, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &tree), PRO_TK_NO_ERROR);
-  int* ids = nullptr;
-  ASSERT_EQ(ProSectionEntityIdsGet(support::SectionIn(tree), &ids), PRO_TK_NO_ERROR);
-  ProArray array = ids;
-  int count = -1;
-  EXPECT_EQ(ProArraySizeGet(array, &count), PRO_TK_NO_ERROR);
-  EXPECT_EQ(count, 0);
-  EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProFeatureElemtreeFree(&feature, tree), PRO_TK_NO_ERROR);
+  Redraw(creation.feature,
+         [](ProSection section) { EXPECT_EQ(support::AddLine(section, 0, 0, 1, 0), 1) << "the first id"; });
 }
 
 TEST_F(SketchFeatureTest, RedefinitionCompletesItWithCurvesAndDatumPoints) {
   const ProFeature sketch = Sketch(*part_, L"OUTLINE", L"FRONT", [](ProSection section) {
     const int seed = support::AddPoint(section, 0, 0);
     EXPECT_EQ(ProSectionEntityConstructionSet(section, seed, PRO_B_TRUE), PRO_TK_NO_ERROR);
+  });
+  EXPECT_FALSE(Of(sketch).incomplete) << "construction geometry alone is complete";
+  EXPECT_EQ(ItemsOf(sketch, PRO_POINT), 0);
+  Redraw(sketch, [](ProSection section) {
     support::AddPoint(section, 5, 5);
     support::AddLine(section, 0, 0, 10, 0);
     support::AddCircle(section, 20, 0, 4);
   });
-  EXPECT_FALSE(Of(sketch).incomplete);
   EXPECT_EQ(ItemsOf(sketch, PRO_POINT), 1);
   EXPECT_EQ(ItemsOf(sketch, PRO_CURVE), 2);
   EXPECT_FALSE(part_->topology.mass);
-}
-
-TEST_F(SketchFeatureTest, ConstructionGeometryAloneIsComplete) {
-  const ProFeature sketch = Sketch(*part_, L"SEED", L"TOP", [](ProSection section) {
-    EXPECT_EQ(ProSectionEntityConstructionSet(section, support::AddPoint(section, 0, 0), PRO_B_TRUE),
-              PRO_TK_NO_ERROR);
-  });
-  EXPECT_FALSE(Of(sketch).incomplete);
-  EXPECT_EQ(ItemsOf(sketch, PRO_POINT), 0);
 }
 
 TEST_F(SketchFeatureTest, EmptyAndDegenerateSectionsAreRefusedAndChangeNothing) {
@@ -130,58 +108,28 @@ TEST_F(SketchFeatureTest, TakenNameIsIgnored) {
 }
 
 TEST_F(SketchFeatureTest, WrongTreesAreRefused) {
-  struct Case {
-    const char* what;
-    std::function<void(Tree&, ProElement section, ProElement setup)> spoil;
-  };
   const ProModelitem right = PlaneOf(*part_, L"RIGHT");
   const ProModelitem front = PlaneOf(*part_, L"FRONT");
-  const auto fill = [&](Tree& tree, ProElement setup, ProModelitem orientation) {
-    tree.Reference(setup, 451, front);
-    tree.Integer(setup, 452, 1);
-    tree.Integer(setup, 454, 4);
-    tree.Reference(setup, 455, orientation);
-  };
-  const Case cases[] = {
-      {"parallel reference", [&](Tree& tree, ProElement, ProElement setup) { fill(tree, setup, front); }},
-      {"unknown element",
-       [&](Tree& tree, ProElement section, ProElement setup) {
-         fill(tree, setup, right);
-         tree.Compound(section, 515);
-       }},
-      {"element twice",
-       [&](Tree& tree, ProElement, ProElement setup) {
-         fill(tree, setup, right);
-         tree.Integer(setup, 452, 1);
-       }},
-      {"no plane",
-       [&](Tree& tree, ProElement, ProElement setup) {
-         tree.Integer(setup, 452, 1);
-         tree.Integer(setup, 454, 4);
-         tree.Reference(setup, 455, right);
-       }},
-      {"unknown orientation",
-       [&](Tree& tree, ProElement, ProElement setup) {
-         tree.Reference(setup, 451, front);
-         tree.Integer(setup, 452, 1);
-         tree.Integer(setup, 454, 3);
-         tree.Reference(setup, 455, right);
-       }},
-      {"feature as plane",
-       [&](Tree& tree, ProElement, ProElement setup) {
-         tree.Reference(setup, 451, {PRO_FEATURE, part_->OwnerOf(front.type, front.id)->id, part_});
-         tree.Integer(setup, 452, 1);
-         tree.Integer(setup, 454, 4);
-         tree.Reference(setup, 455, right);
-       }},
+  const ProModelitem feature{PRO_FEATURE, part_->OwnerOf(front.type, front.id)->id, part_};
+  const struct {
+    const char* what;
+    ProModelitem plane, reference;
+    int orientation = 4;
+    int left_out = 0;
+    int added_to_setup = 0;
+  } cases[] = {
+      {"parallel reference", front, front},         {"unknown orientation", front, right, 3},
+      {"feature as plane", feature, right},         {"no plane", front, right, 4, 451},
+      {"unknown element", front, right, 4, 0, 436}, {"element twice", front, right, 4, 0, 452},
   };
   const std::string before = Snapshot(*part_);
-  for (const Case& wrong : cases) {
-    Tree tree;
+  for (const auto& wrong : cases) {
+    Tree tree(wrong.left_out);
     tree.Integer(tree.Root(), 387, 949);
     tree.Integer(tree.Root(), 511, 0);
-    const ProElement section = tree.Compound(tree.Root(), 447);
-    wrong.spoil(tree, section, tree.Compound(section, 450));
+    const ProElement setup = tree.Compound(tree.Compound(tree.Root(), 447), 450);
+    FillSetup(tree, setup, wrong.plane, wrong.reference, wrong.orientation);
+    if (wrong.added_to_setup) tree.Integer(setup, wrong.added_to_setup, 1);
     const Creation creation = Create(*part_, tree.Root(), 2);
     EXPECT_NE(creation.status, PRO_TK_NO_ERROR) << wrong.what;
     EXPECT_GT(creation.errors, 0) << wrong.what;
@@ -190,9 +138,7 @@ TEST_F(SketchFeatureTest, WrongTreesAreRefused) {
 }
 
 TEST_F(SketchFeatureTest, StandsOnAPlanarFaceOfASolid) {
-  const ProFeature base = Sketch(*part_, L"BASE", L"FRONT",
-                                 [](ProSection section) { support::AddRectangle(section, 0, 0, 40, 20); });
-  ASSERT_EQ(Extrude(*part_, base, {}).status, PRO_TK_NO_ERROR);
+  ASSERT_EQ(Extrude(*part_, Plate(), {}).status, PRO_TK_NO_ERROR);
   // The face at the far end, z = 10.
   const auto top =
       std::ranges::find_if(part_->topology.faces, [](const FaceInfo& face) { return face.normal[2] > 0.5; });
@@ -202,10 +148,7 @@ TEST_F(SketchFeatureTest, StandsOnAPlanarFaceOfASolid) {
   tree.Integer(tree.Root(), 387, 949);
   tree.Integer(tree.Root(), 511, 0);
   const ProElement setup = tree.Compound(tree.Compound(tree.Root(), 447), 450);
-  tree.Reference(setup, 451, {PRO_SURFACE, part_->ids_of_keys.at(top->key), part_});
-  tree.Integer(setup, 452, 1);
-  tree.Integer(setup, 454, 4);
-  tree.Reference(setup, 455, PlaneOf(*part_, L"RIGHT"));
+  FillSetup(tree, setup, {PRO_SURFACE, part_->ids_of_keys.at(top->key), part_}, PlaneOf(*part_, L"RIGHT"));
   const Creation creation = Create(*part_, tree.Root(), 2);
   ASSERT_EQ(creation.status, PRO_TK_NO_ERROR);
   const Vector3& origin = Of(creation.feature).plane.origin;
@@ -224,7 +167,7 @@ TEST_F(SketchFeatureTest, ExtractedTreeIsFreedAsItsFeatureStands) {
   EXPECT_EQ(ProElementFree(&first), PRO_TK_BAD_CONTEXT) << "the feature exists";
   EXPECT_EQ(ProSectionNameSet(section, support::NameBuffer(L"GONE")), PRO_TK_INVALID_PTR)
       << "went with its tree";
-  ASSERT_EQ(ProFeatureDelete(reinterpret_cast<ProSolid>(part_), &sketch.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProFeatureDelete(Solid(), &sketch.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProElementFree(&second), PRO_TK_NO_ERROR);
   ProFeatureElemtreeFree(&sketch, third);
   EXPECT_THAT(TakeViolations(), ElementsAre(HasSubstr("ProElementFree"), HasSubstr("ProSectionNameSet"),

@@ -1,3 +1,4 @@
+#include <ProArray.h>
 #include <ProUI.h>
 #include <gmock/gmock.h>
 
@@ -9,6 +10,7 @@ namespace bench {
 namespace {
 
 using std::chrono::milliseconds;
+using testing::ElementsAre;
 using Clock = UserInterface::Clock;
 
 // What the timer's action does each time it fires.
@@ -67,21 +69,14 @@ TEST_F(TimersTest, ARepeatingTimerFiresUntilItIsStopped) {
   EXPECT_EQ(ticks.count, 2);
 }
 
-TEST_F(TimersTest, ATimerArmedInItsOwnActionFiresInTheNextRound) {
-  ticks.rearm = true;
-  ASSERT_EQ(Start(0), PRO_TK_NO_ERROR);
-  ui().RunTimersOnce();
-  EXPECT_EQ(ticks.count, 1);
-  ui().RunTimersOnce();
-  EXPECT_EQ(ticks.count, 2);
-}
-
-TEST_F(TimersTest, NoTimerFiresWhileAnActionRuns) {
+TEST_F(TimersTest, ATimerArmedInAnActionFiresInTheNextRoundAndNoneWhileTheActionRuns) {
   ticks.rearm = true;
   ticks.fire_again_inside = true;
   ASSERT_EQ(Start(0), PRO_TK_NO_ERROR);
   ui().RunTimersOnce();
   EXPECT_EQ(ticks.count, 1);
+  ui().RunTimersOnce();
+  EXPECT_EQ(ticks.count, 2);
 }
 
 TEST_F(TimersTest, HeldBackTimersFireWhenTheyAreLetGo) {
@@ -95,30 +90,55 @@ TEST_F(TimersTest, HeldBackTimersFireWhenTheyAreLetGo) {
   EXPECT_EQ(ticks.count, 1);
 }
 
-TEST_F(TimersTest, TickingForATimeFiresWhatFallsDueInIt) {
-  ASSERT_EQ(Start(20), PRO_TK_NO_ERROR);
-  ui().TickFor(milliseconds(60));
-  EXPECT_EQ(ticks.count, 1);
-}
-
-TEST_F(TimersTest, ATimerRunsOnADialogThatExists) {
+TEST_F(TimersTest, ATimerRunsOnADialogThatExistsUntilEitherIsDestroyed) {
   char other[] = "OTHER";
   EXPECT_EQ(ProUIDialogTimerStart(other, timer, 0, PRO_B_FALSE), PRO_TK_E_NOT_FOUND);
   EXPECT_EQ(ProUIDialogTimerStart(dialog, timer + 1, 0, PRO_B_FALSE), PRO_TK_E_NOT_FOUND);
   EXPECT_EQ(Start(-1), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProUIDialogCreate(dialog, nullptr), PRO_TK_E_FOUND);
   ASSERT_EQ(Start(0), PRO_TK_NO_ERROR);
   ASSERT_EQ(ProUIDialogDestroy(dialog), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProUIDialogDestroy(dialog), PRO_TK_E_NOT_FOUND);
   ui().RunTimersOnce();
   EXPECT_EQ(ticks.count, 0);
-}
 
-TEST_F(TimersTest, ADestroyedTimerIsGone) {
+  ASSERT_EQ(ProUIDialogCreate(dialog, nullptr), PRO_TK_NO_ERROR);
   ASSERT_EQ(Start(0), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProUITimerDestroy(timer), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProUITimerDestroy(timer), PRO_TK_E_NOT_FOUND);
   ui().RunTimersOnce();
   EXPECT_EQ(ticks.count, 0);
   EXPECT_EQ(ui().TimerCount(), 0u);
+}
+
+class DialogsTest : public support::BenchTest {
+ protected:
+  ProError ShowMessage(std::wstring_view text, ProUIMessageButton default_button = PRO_UI_MESSAGE_OK) {
+    support::Buffer<32> title(L"Information");
+    support::Buffer<200> buffer(text);
+    ProArray buttons = nullptr;
+    EXPECT_EQ(ProArrayAlloc(1, sizeof(ProUIMessageButton), 1, &buttons), PRO_TK_NO_ERROR);
+    *static_cast<ProUIMessageButton*>(buttons) = PRO_UI_MESSAGE_OK;
+    const ProError status = ProUIMessageDialogDisplay(
+        PROUIMESSAGE_INFO, title, buffer, static_cast<ProUIMessageButton*>(buttons), default_button, &answer);
+    EXPECT_EQ(ProArrayFree(&buttons), PRO_TK_NO_ERROR);
+    return status;
+  }
+  ProUIMessageButton answer{};
+};
+
+TEST_F(DialogsTest, AMessageIsSaidOnOneLineAndAnswersItsDefaultUnlessScripted) {
+  EXPECT_EQ(ShowMessage(L"text", static_cast<ProUIMessageButton>(7)), PRO_TK_BAD_INPUTS) << "no such button";
+  EXPECT_EQ(ShowMessage(L"first\nsecond\r\nÄ"), PRO_TK_NO_ERROR);
+  EXPECT_EQ(answer, PRO_UI_MESSAGE_OK);
+  EXPECT_THAT(host().announcements.Lines(), ElementsAre("message: first\\nsecond\\nÄ"));
+  ASSERT_EQ(host().ui.Messages().size(), 1u);
+  EXPECT_EQ(host().ui.Messages()[0].title, L"Information");
+  host().ui.AnswerNext(L"cancel");
+  host().ui.AnswerNext(L"ok");
+  EXPECT_EQ(ShowMessage(L"one"), PRO_TK_USER_ABORT);
+  EXPECT_EQ(ShowMessage(L"two"), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ShowMessage(L"three"), PRO_TK_NO_ERROR);
 }
 
 }  // namespace

@@ -41,37 +41,24 @@ TEST_F(UnitsTest, OneUnitIsAsManyOfAnother) {
   }
 }
 
-TEST_F(UnitsTest, TheSystemsLengthUnitFollowsTheModel) {
-  const struct {
-    LengthUnit unit;
-    double per_millimetre;
-  } cases[] = {{LengthUnit::kMillimetre, 1}, {LengthUnit::kInch, 1 / 25.4}, {LengthUnit::kMetre, 0.001}};
-  for (const auto& each : cases) {
-    part().length_unit = each.unit;
-    ProUnitsystem system{};
-    ProUnititem length{};
+TEST_F(UnitsTest, TheSystemsLengthUnitFollowsTheModelAndIsNoMass) {
+  ProUnititem millimetre = Unit(L"mm");
+  ProUnitsystem system{};
+  ProUnititem length{}, mass{};
+  ProUnitConversion conversion{};
+  for (const auto& [unit, per_millimetre] : {std::pair{LengthUnit::kMillimetre, 1.0},
+                                             {LengthUnit::kInch, 1 / 25.4},
+                                             {LengthUnit::kMetre, 0.001}}) {
+    part().length_unit = unit;
     ASSERT_EQ(ProMdlPrincipalunitsystemGet(Handle(part()), &system), PRO_TK_NO_ERROR);
     ASSERT_EQ(ProUnitsystemUnitGet(&system, PRO_UNITTYPE_LENGTH, &length), PRO_TK_NO_ERROR);
-    ProUnititem millimetre = Unit(L"mm");
-    ProUnitConversion conversion{};
     ASSERT_EQ(ProUnitConversionCalculate(&millimetre, &length, &conversion), PRO_TK_NO_ERROR);
-    EXPECT_DOUBLE_EQ(conversion.scale, each.per_millimetre);
+    EXPECT_DOUBLE_EQ(conversion.scale, per_millimetre);
   }
-}
-
-TEST_F(UnitsTest, WhatCantBeConvertedIsRefused) {
-  NameBuffer furlong(L"furlong");
-  ProUnititem unit{};
-  EXPECT_EQ(ProUnitInit(Handle(part()), furlong, &unit), PRO_TK_E_NOT_FOUND);
-  ProUnitsystem system{};
-  ProUnititem mass{};
-  ASSERT_EQ(ProMdlPrincipalunitsystemGet(Handle(part()), &system), PRO_TK_NO_ERROR);
   ASSERT_EQ(ProUnitsystemUnitGet(&system, PRO_UNITTYPE_MASS, &mass), PRO_TK_NO_ERROR);
-  ProUnititem millimetre = Unit(L"mm");
-  ProUnitConversion conversion{};
   EXPECT_EQ(ProUnitConversionCalculate(&millimetre, &mass, &conversion), PRO_TK_BAD_INPUTS);
-  NameBuffer mm(L"mm");
-  EXPECT_EQ(ProUnitInit(nullptr, mm, &unit), PRO_TK_BAD_INPUTS);
+  NameBuffer furlong(L"furlong");
+  EXPECT_EQ(ProUnitInit(Handle(part()), furlong, &length), PRO_TK_E_NOT_FOUND);
 }
 
 }  // namespace

@@ -60,37 +60,28 @@ class VisitsTest : public support::BenchTest {
   Visitor visitor;
 };
 
-TEST_F(VisitsTest, FeaturesComeInTheirOrderInTheModel) {
-  EXPECT_EQ(VisitFeatures(), PRO_TK_NO_ERROR);
-  EXPECT_THAT(visitor.seen, ElementsAre(11, 3, 7));
-}
-
-TEST_F(VisitsTest, TheVisitorsAnswerEndsTheVisitAndIsReturned) {
+TEST_F(VisitsTest, FeaturesComeInTheirOrderUntilTheVisitorsAnswerEndsTheVisit) {
   visitor.stop_id = 3;
   EXPECT_EQ(VisitFeatures(), PRO_TK_USER_ABORT);
   EXPECT_THAT(visitor.seen, ElementsAre(11, 3));
 }
 
-TEST_F(VisitsTest, OnlyTheFiltersContinueSkips) {
+TEST_F(VisitsTest, OnlyTheFiltersContinueAndWhatWasDeletedOnTheWayAreLeftOut) {
   visitor.skip_id = 11;
   visitor.other_id = 7;
   EXPECT_EQ(VisitFeatures(Filter), PRO_TK_NO_ERROR);
   EXPECT_THAT(visitor.seen, ElementsAre(3, 7));
   EXPECT_THAT(visitor.filter_answers, ElementsAre(0, PRO_TK_E_NOT_FOUND));
-}
-
-TEST_F(VisitsTest, AFeatureDeletedOnTheWayIsLeftOut) {
+  visitor.seen.clear();
   visitor.erase_id = 3;
   EXPECT_EQ(VisitFeatures(), PRO_TK_NO_ERROR);
   EXPECT_THAT(visitor.seen, ElementsAre(11, 7));
 }
 
-TEST_F(VisitsTest, LivingItemsOfTheTypeComeInTheOrderOfTheirIds) {
+TEST_F(VisitsTest, LivingItemsComeInTheOrderOfTheirIdsAndNoneIsASuccess) {
   EXPECT_EQ(VisitItems(11, PRO_SURFACE), PRO_TK_NO_ERROR);
   EXPECT_THAT(visitor.seen, ElementsAre(20, 30));
-}
-
-TEST_F(VisitsTest, NothingToVisitIsASuccess) {
+  visitor.seen.clear();
   EXPECT_EQ(VisitItems(3, PRO_SURFACE), PRO_TK_NO_ERROR);
   part->features.clear();
   EXPECT_EQ(VisitFeatures(), PRO_TK_NO_ERROR);
@@ -105,18 +96,6 @@ TEST_F(VisitsTest, AnUnknownFeatureModelOrKindOfItemIsRefused) {
   const ProSolid dead = SolidHandle(*part);
   ProMdlErase(Handle(*part));
   EXPECT_EQ(ProSolidFeatVisit(dead, Act, nullptr, &visitor), PRO_TK_INVALID_PTR);
-}
-
-TEST_F(VisitsTest, AFeatureTellsItsTypeAndStatus) {
-  part->features[1]->type = 917;
-  part->features[1]->status = PRO_FEAT_SUPPRESSED;
-  ProFeature feature{PRO_FEATURE, 3, Handle(*part)};
-  ProFeattype type = 0;
-  ProFeatStatus status = PRO_FEAT_ACTIVE;
-  EXPECT_EQ(ProFeatureTypeGet(&feature, &type), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProFeatureStatusGet(&feature, &status), PRO_TK_NO_ERROR);
-  EXPECT_EQ(type, 917);
-  EXPECT_EQ(status, PRO_FEAT_SUPPRESSED);
 }
 
 }  // namespace

@@ -39,26 +39,21 @@ TEST_F(WindowsTest, WithoutAModelTheBaseWindowIsCurrentAndNoModelIs) {
   EXPECT_EQ(ProWindowDelete(0), PRO_TK_BAD_CONTEXT);
 }
 
-TEST_F(WindowsTest, ASecondWindowForAModelIsRefused) {
+TEST_F(WindowsTest, AWindowNeedsAModelInSessionThatHasNone) {
   Model& part = NewPart(L"BOLT");
   const int window = Open(part);
-  MdlNameBuffer name(L"bolt");
+  MdlNameBuffer bolt(L"bolt"), nut(L"NUT");
   int second = -1;
-  EXPECT_EQ(ProObjectwindowMdlnameCreate(name, PRO_PART, &second), PRO_TK_E_FOUND);
+  EXPECT_EQ(ProObjectwindowMdlnameCreate(bolt, PRO_PART, &second), PRO_TK_E_FOUND);
+  EXPECT_EQ(ProObjectwindowMdlnameCreate(nut, PRO_PART, &second), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProObjectwindowMdlnameCreate(bolt, PRO_ASSEMBLY, &second), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProObjectwindowMdlnameCreate(bolt, PRO_FEATURE, &second), PRO_TK_INVALID_TYPE);
   EXPECT_EQ(second, -1);
   int found = -1;
   EXPECT_EQ(ProMdlWindowGet(Handle(part), &found), PRO_TK_NO_ERROR);
   EXPECT_EQ(found, window);
-}
-
-TEST_F(WindowsTest, AWindowNeedsAModelInSessionOfThatNameAndType) {
-  NewPart(L"BOLT");
-  MdlNameBuffer bolt(L"BOLT");
-  MdlNameBuffer nut(L"NUT");
-  int window = -1;
-  EXPECT_EQ(ProObjectwindowMdlnameCreate(nut, PRO_PART, &window), PRO_TK_E_NOT_FOUND);
-  EXPECT_EQ(ProObjectwindowMdlnameCreate(bolt, PRO_ASSEMBLY, &window), PRO_TK_E_NOT_FOUND);
-  EXPECT_EQ(ProObjectwindowMdlnameCreate(bolt, PRO_FEATURE, &window), PRO_TK_INVALID_TYPE);
+  EXPECT_EQ(ProWindowDelete(window), PRO_TK_NO_ERROR);
+  EXPECT_NE(Open(part), window) << "ids are not reused";
 }
 
 TEST_F(WindowsTest, OnlyActivatingMakesAModelCurrent) {
@@ -83,6 +78,8 @@ TEST_F(WindowsTest, AfterACloseTheLastActiveOtherModelIsCurrent) {
   const int of_c = OpenAndActivate(c);
   ProWindowActivate(of_a);
   ProWindowActivate(of_c);
+  EXPECT_EQ(ProWindowDelete(Open(NewPart(L"INACTIVE"))), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Current(), Handle(c));
   EXPECT_EQ(ProWindowDelete(of_c), PRO_TK_NO_ERROR);
   EXPECT_EQ(Current(), Handle(a));
   EXPECT_EQ(ProWindowDelete(of_a), PRO_TK_NO_ERROR);
@@ -90,15 +87,6 @@ TEST_F(WindowsTest, AfterACloseTheLastActiveOtherModelIsCurrent) {
   EXPECT_EQ(ProWindowDelete(of_b), PRO_TK_NO_ERROR);
   EXPECT_EQ(Current(), nullptr);
   EXPECT_NE(host().session.Find(Handle(c)), nullptr);
-}
-
-TEST_F(WindowsTest, ClosingAnInactiveWindowLeavesTheCurrentModel) {
-  Model& a = NewPart(L"A");
-  Model& b = NewPart(L"B");
-  const int of_a = OpenAndActivate(a);
-  OpenAndActivate(b);
-  EXPECT_EQ(ProWindowDelete(of_a), PRO_TK_NO_ERROR);
-  EXPECT_EQ(Current(), Handle(b));
 }
 
 TEST_F(WindowsTest, ErasingAModelTakesItsWindowAlong) {
@@ -112,20 +100,10 @@ TEST_F(WindowsTest, ErasingAModelTakesItsWindowAlong) {
   EXPECT_EQ(ProWindowDelete(of_b), PRO_TK_BAD_INPUTS);
 }
 
-TEST_F(WindowsTest, WindowIdsAreNotReused) {
-  Model& part = NewPart(L"BOLT");
-  const int first = Open(part);
-  ProWindowDelete(first);
-  EXPECT_NE(Open(part), first);
-}
-
-TEST_F(WindowsTest, RepaintTakesTheCurrentWindowOrAnExistingOne) {
-  EXPECT_EQ(ProWindowRepaint(-1), PRO_TK_NO_ERROR);
+TEST_F(WindowsTest, CallsOfAWindowTakeOnlyAnExistingOne) {
+  EXPECT_EQ(ProWindowRepaint(-1), PRO_TK_NO_ERROR) << "the current one";
   EXPECT_EQ(ProWindowRepaint(0), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProWindowRepaint(77), PRO_TK_BAD_INPUTS);
-}
-
-TEST_F(WindowsTest, TheBrowserKeepsItsSizeAndPage) {
   Buffer<PRO_PATH_SIZE> url(L"file:///C:/welcome.html");
   EXPECT_EQ(ProWindowBrowserSizeSet(0, 100.0), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProWindowBrowserSizeSet(0, 100.5), PRO_TK_BAD_INPUTS);

@@ -83,14 +83,5 @@ TEST_F(Tick, FallsDueATenthOfASecondAfterTheLastOne) {
   EXPECT_GE(ticks, 1);
 }
 
-TEST_F(Tick, LeavesHealthToTheServerThread) {
-  RawConnection client(4001);
-  ASSERT_TRUE(client.Send("GET /health HTTP/1.1\r\n\r\n"));
-  const std::string answer = client.ReadToEnd();
-  EXPECT_TRUE(answer.starts_with("HTTP/1.1 200 OK\r\n"));
-  for (const char* first_and_last : {"\"api_analysis_bounding_box\"", "\"api_sketch_text_native\"", "4001"})
-    EXPECT_NE(answer.find(first_and_last), std::string::npos) << answer;
-}
-
 }  // namespace
 }  // namespace vek
