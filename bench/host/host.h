@@ -4,11 +4,11 @@
 #include <string>
 #include <thread>
 
-#include "bench/host/announcements.h"
-#include "bench/host/fault_plan.h"
-#include "bench/host/journal.h"
-#include "bench/host/kernel_client.h"
-#include "bench/host/ledger.h"
+#include "bench/host/instruments/announcements.h"
+#include "bench/host/instruments/fault_plan.h"
+#include "bench/host/instruments/journal.h"
+#include "bench/host/instruments/ledger.h"
+#include "bench/host/kernel_link/kernel_client.h"
 #include "bench/host/session.h"
 #include "bench/host/user_interface.h"
 #include "bench/host/window_list.h"

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "bench/host/model.h"
+#include "bench/host/model/model.h"
 
 namespace bench {
 

@@ -1,4 +1,4 @@
-#include "bench/host/call_frame.h"
+#include "bench/host/instruments/call_frame.h"
 
 #include <ProMdl.h>
 #include <ProUI.h>

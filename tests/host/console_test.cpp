@@ -1,4 +1,4 @@
-#include "bench/host/console.h"
+#include "bench/host/console/console.h"
 
 #include <ProMdl.h>
 #include <gmock/gmock.h>

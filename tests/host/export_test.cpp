@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "bench/host/base64.h"
+#include "bench/host/kernel_link/base64.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {

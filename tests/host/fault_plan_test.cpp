@@ -1,4 +1,4 @@
-#include "bench/host/fault_plan.h"
+#include "bench/host/instruments/fault_plan.h"
 
 #include <gmock/gmock.h>
 

@@ -6,7 +6,7 @@
 
 #include <cstdlib>
 
-#include "bench/host/model_json.h"
+#include "bench/host/storage/model_json.h"
 #include "bench/host/text.h"
 
 namespace bench::support {

@@ -1,4 +1,4 @@
-#include "bench/host/journal.h"
+#include "bench/host/instruments/journal.h"
 
 #include <gmock/gmock.h>
 

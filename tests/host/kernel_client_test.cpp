@@ -1,4 +1,4 @@
-#include "bench/host/kernel_client.h"
+#include "bench/host/kernel_link/kernel_client.h"
 
 #include <windows.h>
 

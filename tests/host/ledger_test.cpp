@@ -1,4 +1,4 @@
-#include "bench/host/ledger.h"
+#include "bench/host/instruments/ledger.h"
 
 #include <gmock/gmock.h>
 

@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "bench/host/model_file.h"
-#include "bench/host/model_json.h"
+#include "bench/host/storage/model_file.h"
+#include "bench/host/storage/model_json.h"
 #include "bench/host/text.h"
 #include "tests/support/bench_fixture.h"
 

@@ -1,4 +1,4 @@
-#include "bench/host/model_json.h"
+#include "bench/host/storage/model_json.h"
 
 #include <gmock/gmock.h>
 

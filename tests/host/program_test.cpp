@@ -1,4 +1,4 @@
-#include "bench/host/program.h"
+#include "bench/host/console/program.h"
 
 #include <gmock/gmock.h>
 

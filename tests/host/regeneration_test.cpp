@@ -1,4 +1,4 @@
-#include "bench/host/regeneration.h"
+#include "bench/host/features/regeneration.h"
 
 #include <ProIntf.h>
 #include <ProMdl.h>
@@ -8,8 +8,8 @@
 #include <map>
 #include <numbers>
 
-#include "bench/host/console.h"
-#include "bench/host/model_store.h"
+#include "bench/host/console/console.h"
+#include "bench/host/storage/model_store.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {

@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "addin/server/json_writer.h"
-#include "bench/host/model_file.h"
+#include "bench/host/storage/model_file.h"
 #include "tests/support/operation_fixture.h"
 
 namespace vek {

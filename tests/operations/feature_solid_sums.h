@@ -7,8 +7,8 @@
 
 #include <algorithm>
 
-#include "bench/host/topology.h"
-#include "bench/host/vector3.h"
+#include "bench/host/model/topology.h"
+#include "bench/host/model/vector3.h"
 
 namespace vek::support {
 

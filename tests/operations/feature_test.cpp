@@ -4,7 +4,7 @@
 
 #include "addin/text/format.h"
 #include "addin/text/utf8.h"
-#include "bench/host/call_frame.h"
+#include "bench/host/instruments/call_frame.h"
 #include "tests/support/captured_log.h"
 
 namespace vek::support {

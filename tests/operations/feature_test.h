@@ -7,7 +7,7 @@
 
 #include "addin/ops/common/history.h"
 #include "addin/ops/feature/frame.h"
-#include "bench/host/feature.h"
+#include "bench/host/model/feature.h"
 #include "tests/operations/feature_solid_sums.h"
 #include "tests/support/operation_fixture.h"
 

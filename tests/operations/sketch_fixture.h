@@ -5,7 +5,7 @@
 #include <string>
 
 #include "addin/ops/sketch/session.h"
-#include "bench/host/section_data.h"
+#include "bench/host/model/section_data.h"
 #include "tests/support/operation_fixture.h"
 
 namespace vek::support {

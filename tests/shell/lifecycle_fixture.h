@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/host/journal.h"
+#include "bench/host/instruments/journal.h"
 
 namespace vek {
 

@@ -12,7 +12,7 @@
 
 #include "addin/server/provider.h"
 #include "bench/host/host.h"
-#include "bench/host/model.h"
+#include "bench/host/model/model.h"
 
 namespace vek::support {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "bench/host/element_catalog.h"
+#include "bench/host/model/element_catalog.h"
 
 namespace bench {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/host/model.h"
+#include "bench/host/model/model.h"
 
 namespace bench {
 

@@ -3,7 +3,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "bench/host/feature.h"
+#include "bench/host/model/feature.h"
 
 namespace bench {
 

@@ -3,7 +3,7 @@
 
 #include "bench/host/features/feature_kind.h"
 #include "bench/host/features/section_recipe.h"
-#include "bench/host/section_check.h"
+#include "bench/host/model/section_check.h"
 
 namespace bench {
 namespace {

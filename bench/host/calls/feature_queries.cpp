@@ -1,0 +1,56 @@
+// What callers ask of a feature: its kind, its state, the geometry that came of it.
+#include <ProFeature.h>
+
+#include <algorithm>
+
+#include "bench/host/calls/visit.h"
+#include "bench/host/instruments/call_frame.h"
+#include "bench/host/instruments/handles.h"
+
+using namespace bench;
+
+namespace {
+
+ProError ResolveFeature(const ProFeature* record, Feature*& feature) {
+  if (!record || record->type != PRO_FEATURE) return PRO_TK_BAD_INPUTS;
+  Model* model = nullptr;
+  if (const ProError status = Resolve(record->owner, model)) return status;
+  feature = model->FindFeature(record->id);
+  return feature ? PRO_TK_NO_ERROR : PRO_TK_E_NOT_FOUND;
+}
+
+}  // namespace
+
+ProError ProFeatureTypeGet(ProFeature* feature, ProFeattype* type) {
+  HOST_CALL(feature) {
+    Feature* found = nullptr;
+    if (!type) return PRO_TK_BAD_INPUTS;
+    if (const ProError status = ResolveFeature(feature, found)) return status;
+    *type = found->type;
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProFeatureStatusGet(ProFeature* feature, ProFeatStatus* status) {
+  HOST_CALL(feature) {
+    Feature* found = nullptr;
+    if (!status) return PRO_TK_BAD_INPUTS;
+    if (const ProError failure = ResolveFeature(feature, found)) return failure;
+    *status = found->status;
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProFeatureGeomitemVisit(ProFeature* feature, ProType item_type, ProGeomitemAction action,
+                                 ProGeomitemFilter filter, ProAppData data) {
+  HOST_CALL(feature, item_type) {
+    Feature* found = nullptr;
+    if (!action) return PRO_TK_BAD_INPUTS;
+    if (const ProError status = ResolveFeature(feature, found)) return status;
+    std::vector<ProModelitem> items;
+    for (const GeometryItem& item : found->items)
+      if (item.type == item_type && item.alive) items.push_back({item.type, item.id, feature->owner});
+    std::ranges::sort(items, {}, &ProModelitem::id);
+    return Visit(std::move(items), action, filter, data);
+  };
+}

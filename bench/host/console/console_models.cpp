@@ -1,0 +1,135 @@
+// The console's commands on models.
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "bench/host/console/console.h"
+#include "bench/host/features/regeneration.h"
+#include "bench/host/host.h"
+#include "bench/host/model/surface_types.h"
+#include "bench/host/model/units.h"
+#include "bench/host/storage/file_names.h"
+#include "bench/host/text.h"
+
+namespace bench {
+namespace {
+
+constexpr int kDigitsShown = 9;
+
+std::string Show(double number) {
+  char text[40];
+  const auto end =
+      std::to_chars(text, text + sizeof text, number, std::chars_format::general, kDigitsShown).ptr;
+  return {text, end};
+}
+
+std::string Show(const Vector3& vector, const char* separator) {
+  return Show(vector[0]) + separator + Show(vector[1]) + separator + Show(vector[2]);
+}
+
+Model& RequireCurrentModel() {
+  Model* model = TheHost().CurrentModel();
+  if (!model) throw ConsoleError("no model is current");
+  return *model;
+}
+
+void ShowModels(ConsoleWords, const ConsoleSay& say) {
+  const Host& host = TheHost();
+  for (const Model* model : host.session.All()) {
+    std::string line = std::string(Word(model->type)) + " " + ToUtf8(model->name);
+    if (const auto window = host.windows.WindowOf(*model)) line += ", window " + std::to_string(*window);
+    if (model == host.windows.CurrentModel()) line += ", current";
+    if (model->modified) line += ", modified";
+    if (const auto& mass = model->topology.mass) line += ", volume " + Show(mass->volume) + " mm³";
+    if (const auto& box = model->topology.outline) {
+      const Vector3 size{box->high[0] - box->low[0], box->high[1] - box->low[1], box->high[2] - box->low[2]};
+      line += ", size " + Show(size, " x ") + " mm";
+    }
+    say(line);
+  }
+}
+
+std::string StateOf(const Feature& feature) {
+  if (feature.incomplete) return "incomplete";
+  switch (feature.status) {
+    case PRO_FEAT_ACTIVE:
+      return "active";
+    case PRO_FEAT_INACTIVE:
+      return "inactive";
+    case PRO_FEAT_SUPPRESSED:
+      return "suppressed";
+    case PRO_FEAT_UNREGENERATED:
+      return "not regenerated";
+  }
+  return "status " + std::to_string(feature.status);
+}
+
+void ShowTree(ConsoleWords, const ConsoleSay& say) {
+  for (const auto& feature : RequireCurrentModel().features) {
+    const std::string name = feature->name.empty() ? "unnamed" : '"' + ToUtf8(feature->name) + '"';
+    say(std::to_string(feature->id) + ", type " + std::to_string(feature->type) + ", " + name + ", " +
+        StateOf(*feature));
+  }
+}
+
+void ShowFaces(ConsoleWords, const ConsoleSay& say) {
+  const Model& model = RequireCurrentModel();
+  std::vector<std::pair<int, std::string>> lines;
+  for (const FaceInfo& face : model.topology.faces) {
+    const auto id = model.ids_of_keys.find(face.key);
+    if (id == model.ids_of_keys.end()) continue;
+    lines.emplace_back(id->second, std::to_string(id->second) + ", type " +
+                                       std::to_string(SurfaceTypeNumber(face.type)) + ", area " +
+                                       Show(face.area) + " mm², at " + Show(face.point, " ") +
+                                       " mm, feature " + std::to_string(face.feature));
+  }
+  std::ranges::sort(lines);
+  for (const auto& [id, line] : lines) say(line);
+}
+
+// A unit that is tried on a model, and set back unless it is kept.
+class TriedUnit {
+ public:
+  TriedUnit(Model& model, LengthUnit unit)
+      : model_(&model), before_(std::exchange(model.length_unit, unit)) {}
+  TriedUnit(const TriedUnit&) = delete;
+  TriedUnit& operator=(const TriedUnit&) = delete;
+  ~TriedUnit() {
+    if (model_) model_->length_unit = before_;
+  }
+  void Keep() { model_ = nullptr; }
+
+ private:
+  Model* model_;
+  LengthUnit before_;
+};
+
+void SetUnits(ConsoleWords arguments, const ConsoleSay&) {
+  Model& model = RequireCurrentModel();
+  const auto unit = LengthUnitOf(arguments[0]);
+  if (!unit) throw ConsoleError("the units are mm, inch and m, not " + arguments[0]);
+  if (model.type == PRO_MDL_DRAWING) throw ConsoleError("a drawing has no unit system");
+  TriedUnit tried(model, *unit);
+  // The numbers stay as they are, so the geometry they stand for grows or shrinks.
+  if (const ProError status = model.type == PRO_MDL_PART ? Regenerate(model) : PRO_TK_NO_ERROR)
+    throw ConsoleError("the model does not regenerate in these units (status " + std::to_string(status) +
+                       ")");
+  tried.Keep();
+  model.modified = true;
+}
+
+constexpr ConsoleCommand kModelCommands[] = {
+    {"models", "the models in session, with their windows, and the solids' volume and size", ShowModels},
+    {"tree", "the features of the current model: id, type, name, state", ShowTree},
+    {"faces", "the faces of the current model: id, surface type, area, a point, the feature's id", ShowFaces},
+    {"units mm|inch|m", "gives the current model that unit system; its numbers stay as they are", SetUnits, 1,
+     1},
+};
+
+}  // namespace
+
+std::span<const ConsoleCommand> ModelCommands() {
+  return kModelCommands;
+}
+
+}  // namespace bench

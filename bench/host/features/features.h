@@ -1,0 +1,44 @@
+// How features come into a model and are changed there.
+//
+// An outcome with a status other than 0 has at least one error, and the model is exactly as it was: features,
+// ids, modified flag, geometry.
+#pragma once
+
+#include <ProFeature.h>
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "bench/host/model/model.h"
+
+namespace bench {
+
+// What options of a creation ask for.
+constexpr int kIncompleteFeature = 2;
+constexpr int kStaysThoughItFailed = 6;
+
+struct FeatureOutcome {
+  ProError status = PRO_TK_NO_ERROR;
+  std::vector<ProErrorStruct> errors;
+  int feature = -1;  // the id of the new feature
+};
+
+// A refusal, told on the console too: `item` is the element or the feature that is at fault.
+FeatureOutcome Refused(ProError status, int item, const std::string& what);
+
+// Makes a feature at the end of the model. `sketch` is the sketched curve whose section and plane are copied,
+// or null. An incomplete feature has an empty section and no geometry until it is redefined.
+FeatureOutcome CreateFeature(Model& model, const ElementNode& tree, const std::set<int>& options,
+                             const Feature* sketch);
+
+// Gives a feature of the model another tree of its kind, with the section in it. An incomplete feature is
+// complete then.
+FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode& tree);
+
+// The tree of a feature, with a copy of its section in the sketcher element. Null for a feature without a
+// recipe.
+std::unique_ptr<ElementNode> ExtractTree(const Feature& feature);
+
+}  // namespace bench

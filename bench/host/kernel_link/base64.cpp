@@ -1,0 +1,46 @@
+#include "bench/host/kernel_link/base64.h"
+
+#include <array>
+#include <cstdint>
+
+namespace bench {
+namespace {
+
+constexpr int kNoDigit = -1;
+
+constexpr std::array<int, 256> Digits() {
+  constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::array<int, 256> digits{};
+  digits.fill(kNoDigit);
+  for (std::size_t i = 0; i < alphabet.size(); ++i)
+    digits[static_cast<unsigned char>(alphabet[i])] = static_cast<int>(i);
+  return digits;
+}
+constexpr auto kDigits = Digits();
+
+}  // namespace
+
+std::optional<std::string> DecodeBase64(std::string_view text) {
+  if (text.size() % 4 != 0) return std::nullopt;
+  std::size_t padding = 0;
+  while (padding < 2 && text.ends_with('=')) {
+    text.remove_suffix(1);
+    ++padding;
+  }
+  std::string bytes;
+  bytes.reserve(text.size() / 4 * 3 + 3);
+  std::uint32_t bits = 0;
+  int count = 0;
+  for (const char c : text) {
+    const int digit = kDigits[static_cast<unsigned char>(c)];
+    if (digit == kNoDigit) return std::nullopt;
+    bits = bits << 6 | static_cast<std::uint32_t>(digit);
+    count += 6;
+    if (count < 8) continue;
+    count -= 8;
+    bytes += static_cast<char>(bits >> count & 0xFF);
+  }
+  return bytes;
+}
+
+}  // namespace bench

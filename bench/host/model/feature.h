@@ -1,0 +1,45 @@
+// A feature of a model: its recipe and what geometry came of it.
+#pragma once
+
+#include <ProFeature.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/host/model/element_tree.h"
+#include "bench/host/model/vector3.h"
+
+namespace bench {
+
+// A place in space with two axes; its normal is x × y. Lengths in model units.
+struct PlaneFrame {
+  Vector3 origin{0, 0, 0};
+  Vector3 x{1, 0, 0};
+  Vector3 y{0, 1, 0};
+  Vector3 Normal() const { return Cross(x, y); }
+};
+
+// A surface, curve, point, axis or datum plane of a feature, under its id in the model.
+struct GeometryItem {
+  ProType type = PRO_TYPE_UNUSED;
+  int id = -1;
+  std::string key;      // its name in the kernel's answers; empty for datums
+  bool alive = true;    // false while the geometry that came of the feature no longer has it
+  std::wstring name{};  // empty: unnamed
+};
+
+struct Feature {
+  int id = -1;
+  ProFeattype type = 0;  // 923 datum plane, 979 coordinate system, 949 curve, 916 cut, 917 protrusion …
+  std::wstring name;     // empty: unnamed
+  ProFeatStatus status = PRO_FEAT_ACTIVE;
+  bool incomplete = false;
+  std::unique_ptr<ElementNode> tree;     // null for the datums of the start template
+  std::shared_ptr<SectionData> section;  // of sketches: their own; of what was made of one: its copy
+  PlaneFrame plane;          // of datum planes: their own; of sketched features: the sketch plane's
+  std::vector<int> parents;  // ids of the features that it stands on
+  std::vector<GeometryItem> items;
+};
+
+}  // namespace bench

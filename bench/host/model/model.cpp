@@ -1,0 +1,39 @@
+#include "bench/host/model/model.h"
+
+#include <algorithm>
+
+namespace bench {
+
+double MillimetresPer(LengthUnit unit) {
+  switch (unit) {
+    case LengthUnit::kMillimetre:
+      return 1.0;
+    case LengthUnit::kInch:
+      return 25.4;
+    case LengthUnit::kMetre:
+      return 1000.0;
+  }
+  return 1.0;
+}
+
+Feature* Model::FindFeature(int id) {
+  const auto found = std::ranges::find_if(features, [id](const auto& feature) { return feature->id == id; });
+  return found == features.end() ? nullptr : found->get();
+}
+
+Feature* Model::OwnerOf(ProType type, int id) {
+  if (type == PRO_FEATURE) return FindFeature(id);
+  for (const auto& feature : features)
+    for (const GeometryItem& item : feature->items)
+      if (item.type == type && item.id == id) return feature.get();
+  return nullptr;
+}
+
+GeometryItem* Model::FindItem(ProType type, int id) {
+  for (const auto& feature : features)
+    for (GeometryItem& item : feature->items)
+      if (item.type == type && item.id == id) return &item;
+  return nullptr;
+}
+
+}  // namespace bench

@@ -1,0 +1,41 @@
+// A model in session: a part, an assembly or a drawing.
+#pragma once
+
+#include <ProMdl.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/host/model/feature.h"
+#include "bench/host/model/topology.h"
+
+namespace bench {
+
+struct Geometry;
+
+// The length units that a principal unit system can have.
+enum class LengthUnit { kMillimetre, kInch, kMetre };
+double MillimetresPer(LengthUnit unit);
+
+struct Model {
+  ProMdlType type = PRO_MDL_PART;
+  std::wstring name;       // upper case
+  std::wstring directory;  // where it was saved last or retrieved from; empty for one that never was
+  bool renamed_since_save = false;
+  bool modified = true;
+  LengthUnit length_unit = LengthUnit::kMillimetre;
+  std::vector<std::unique_ptr<Feature>> features;  // in the order of regeneration
+  int next_id = 1;  // features and their geometry share one count; ids are never reused
+  std::map<std::string, int> ids_of_keys;  // every kernel key that was ever seen, so that ids stay
+  Topology topology;
+  std::shared_ptr<const Geometry> geometry;  // what the topology came of; null until the first regeneration
+
+  Feature* FindFeature(int id);
+  // The feature that owns the item of that type and id, or null.
+  Feature* OwnerOf(ProType type, int id);
+  GeometryItem* FindItem(ProType type, int id);
+};
+
+}  // namespace bench

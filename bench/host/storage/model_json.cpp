@@ -1,0 +1,211 @@
+#include "bench/host/storage/model_json.h"
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+#include <utility>
+
+#include "bench/host/model/units.h"
+#include "bench/host/storage/file_names.h"
+#include "bench/host/storage/section_json.h"
+#include "bench/host/text.h"
+
+namespace bench {
+namespace {
+
+constexpr const char* kFormat = "creobench model";
+constexpr int kFormatVersion = 1;
+// No recipe of a feature is nearly as deep; a damaged file may be.
+constexpr int kDeepestTree = 64;
+
+template <typename... Visitors>
+struct Overloaded : Visitors... {
+  using Visitors::operator()...;
+};
+
+Json VectorToJson(const Vector3& vector) {
+  return Json::array({NumberToJson(vector[0]), NumberToJson(vector[1]), NumberToJson(vector[2])});
+}
+
+Vector3 VectorFromJson(const Json& json) {
+  return {NumberFromJson(json.at(0)), NumberFromJson(json.at(1)), NumberFromJson(json.at(2))};
+}
+
+Json ReferencesToJson(const std::vector<ItemReference>& references, const Model& model) {
+  Json list = Json::array();
+  for (const ItemReference& reference : references) {
+    if (reference.owner && reference.owner != &model)
+      throw std::runtime_error("a feature refers to another model");
+    list.push_back({{"type", static_cast<int>(reference.type)},
+                    {"id", reference.id},
+                    {"owned", reference.owner != nullptr}});
+  }
+  return list;
+}
+
+std::vector<ItemReference> ReferencesFromJson(const Json& json, Model& model) {
+  std::vector<ItemReference> references;
+  for (const Json& each : json)
+    references.push_back({static_cast<ProType>(each.at("type").get<int>()), each.at("id").get<int>(),
+                          each.at("owned").get<bool>() ? &model : nullptr});
+  return references;
+}
+
+// A tree's section is mostly the feature's own, and must stay one and the same.
+Json TreeToJson(const ElementNode& node, const Feature& feature, const Model& model) {
+  Json json = {{"id", node.id}};
+  std::visit(Overloaded{[](std::monostate) {}, [&](int value) { json["integer"] = value; },
+                        [&](double value) { json["number"] = NumberToJson(value); },
+                        [&](const std::wstring& value) { json["text"] = ToUtf8(value); },
+                        [&](const std::vector<ItemReference>& value) {
+                          json["references"] = ReferencesToJson(value, model);
+                        },
+                        [&](const std::shared_ptr<SectionData>& value) {
+                          if (value && value == feature.section)
+                            json["own_section"] = true;
+                          else if (value)
+                            json["section"] = SectionToJson(*value);
+                        }},
+             node.value);
+  if (!node.children.empty()) {
+    Json& children = json["children"] = Json::array();
+    for (const auto& child : node.children) children.push_back(TreeToJson(*child, feature, model));
+  }
+  return json;
+}
+
+std::unique_ptr<ElementNode> TreeFromJson(const Json& json, const Feature& feature, Model& model, int depth) {
+  if (depth > kDeepestTree) throw std::runtime_error("an element tree is too deep");
+  auto node = std::make_unique<ElementNode>();
+  node->id = json.at("id").get<int>();
+  if (json.contains("integer")) node->value = json["integer"].get<int>();
+  if (json.contains("number")) node->value = NumberFromJson(json["number"]);
+  if (json.contains("text")) node->value = FromUtf8(json["text"].get<std::string>());
+  if (json.contains("references")) node->value = ReferencesFromJson(json["references"], model);
+  if (json.contains("own_section")) node->value = feature.section;
+  if (json.contains("section")) node->value = SectionFromJson(json["section"]);
+  if (json.contains("children"))
+    for (const Json& child : json["children"])
+      node->children.push_back(TreeFromJson(child, feature, model, depth + 1));
+  return node;
+}
+
+Json FeatureToJson(const Feature& feature, const Model& model) {
+  Json items = Json::array();
+  for (const GeometryItem& item : feature.items)
+    items.push_back({{"type", static_cast<int>(item.type)},
+                     {"id", item.id},
+                     {"key", item.key},
+                     {"alive", item.alive},
+                     {"name", ToUtf8(item.name)}});
+  return {{"id", feature.id},
+          {"type", feature.type},
+          {"name", ToUtf8(feature.name)},
+          {"status", static_cast<int>(feature.status)},
+          {"incomplete", feature.incomplete},
+          {"parents", feature.parents},
+          {"plane",
+           {{"origin", VectorToJson(feature.plane.origin)},
+            {"x", VectorToJson(feature.plane.x)},
+            {"y", VectorToJson(feature.plane.y)}}},
+          {"section", feature.section ? SectionToJson(*feature.section) : Json()},
+          {"tree", feature.tree ? TreeToJson(*feature.tree, feature, model) : Json()},
+          {"items", std::move(items)}};
+}
+
+std::unique_ptr<Feature> FeatureFromJson(const Json& json, Model& model) {
+  auto feature = std::make_unique<Feature>();
+  feature->id = json.at("id").get<int>();
+  feature->type = json.at("type").get<int>();
+  feature->name = FromUtf8(json.at("name").get<std::string>());
+  feature->status = static_cast<ProFeatStatus>(json.at("status").get<int>());
+  feature->incomplete = json.at("incomplete").get<bool>();
+  feature->parents = json.at("parents").get<std::vector<int>>();
+  const Json& plane = json.at("plane");
+  feature->plane = {VectorFromJson(plane.at("origin")), VectorFromJson(plane.at("x")),
+                    VectorFromJson(plane.at("y"))};
+  if (const Json& section = json.at("section"); !section.is_null())
+    feature->section = SectionFromJson(section);
+  if (const Json& tree = json.at("tree"); !tree.is_null())
+    feature->tree = TreeFromJson(tree, *feature, model, 0);
+  for (const Json& item : json.at("items"))
+    feature->items.push_back({static_cast<ProType>(item.at("type").get<int>()), item.at("id").get<int>(),
+                              item.at("key").get<std::string>(), item.at("alive").get<bool>(),
+                              FromUtf8(item.at("name").get<std::string>())});
+  return feature;
+}
+
+void CheckIds(const Model& model) {
+  const auto check = [&model](int id) {
+    if (id < 1 || id >= model.next_id) throw std::runtime_error("impossible id " + std::to_string(id));
+  };
+  std::set<int> features;
+  for (const auto& feature : model.features) {
+    check(feature->id);
+    if (!features.insert(feature->id).second)
+      throw std::runtime_error("two features with the id " + std::to_string(feature->id));
+    for (const GeometryItem& item : feature->items) check(item.id);
+  }
+  for (const auto& [key, id] : model.ids_of_keys) check(id);
+}
+
+std::optional<ProMdlType> TypeOfWord(std::string_view word) {
+  for (const ProMdlType type : {PRO_MDL_PART, PRO_MDL_ASSEMBLY, PRO_MDL_DRAWING})
+    if (word == Word(type)) return type;
+  return std::nullopt;
+}
+
+ProMdlType ReadHead(const Json& json) {
+  if (!json.is_object() || json.value("format", "") != kFormat)
+    throw std::runtime_error("it is no model file");
+  if (json.at("version").get<int>() != kFormatVersion)
+    throw std::runtime_error("its format is of another version");
+  const auto word = json.at("type").get<std::string>();
+  const auto type = TypeOfWord(word);
+  if (!type) throw std::runtime_error("it holds an unknown kind of model: " + word);
+  return *type;
+}
+
+}  // namespace
+
+std::string ModelToText(const Model& model) {
+  Json features = Json::array();
+  for (const auto& feature : model.features) features.push_back(FeatureToJson(*feature, model));
+  const Json json = {{"format", kFormat},
+                     {"version", kFormatVersion},
+                     {"type", Word(model.type)},
+                     {"name", ToUtf8(model.name)},
+                     {"length_unit", Word(model.length_unit)},
+                     {"next_id", model.next_id},
+                     {"features", std::move(features)},
+                     {"ids_of_keys", model.ids_of_keys}};
+  return json.dump(1) + "\n";
+}
+
+std::unique_ptr<Model> ModelFromText(std::string_view text) {
+  const Json json = Json::parse(text);
+  auto model = std::make_unique<Model>();
+  model->type = ReadHead(json);
+  model->name = FromUtf8(json.at("name").get<std::string>());
+  const auto unit = LengthUnitOf(json.at("length_unit").get<std::string>());
+  if (!unit) throw std::runtime_error("it has an unknown length unit");
+  model->length_unit = *unit;
+  model->next_id = json.at("next_id").get<int>();
+  for (const Json& feature : json.at("features")) model->features.push_back(FeatureFromJson(feature, *model));
+  model->ids_of_keys = json.at("ids_of_keys").get<std::map<std::string, int>>();
+  CheckIds(*model);
+  model->modified = false;
+  return model;
+}
+
+std::optional<ProMdlType> TypeInText(std::string_view text) {
+  const Json json = Json::parse(text, nullptr, false);
+  if (json.is_discarded()) return std::nullopt;
+  try {
+    return ReadHead(json);
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace bench

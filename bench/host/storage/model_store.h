@@ -1,0 +1,23 @@
+// Saving models to disk and retrieving them into session.
+#pragma once
+
+#include <ProMdl.h>
+
+#include <string_view>
+
+#include "bench/host/model/model.h"
+
+namespace bench {
+
+// Writes the model's next version into its directory, or into the working directory when it has none or was
+// renamed since it was saved. Refused with PRO_TK_CANT_WRITE when the disk refuses; the model is then as it
+// was.
+ProError SaveModel(Model& model);
+
+// The model of that name in session, or else from its highest version in the working directory.
+ProError RetrieveModel(std::wstring_view name, ProMdlType type, Model*& model);
+
+// Whether a new model can't take the name: one in session or a file in the working directory has it.
+bool IsNameTaken(std::wstring_view name, ProMdlType type);
+
+}  // namespace bench
