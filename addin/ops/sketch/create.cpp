@@ -1,7 +1,5 @@
 #include "addin/ops/sketch/create.h"
 
-#include <ProModelitem.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -41,11 +39,7 @@ std::wstring MapPlane(const std::wstring& requested) {
 }
 
 bool FeatureExists(ProMdl model, std::wstring_view name) {
-  ProName buffer;
-  CopyCut(buffer, name);
-  ProModelitem item{};
-  item.id = -1;
-  return ProModelitemByNameInit(model, kFeatureItem, buffer, &item) == PRO_TK_NO_ERROR && item.id != -1;
+  return FeatureIdOfName(model, name) != -1;
 }
 
 // The number behind a name that could have been generated; 0 for any other.

@@ -30,14 +30,6 @@ bool IsNamed(ProError status) {
   return status == PRO_TK_NO_ERROR || status == kNoChange;
 }
 
-// The id of the feature of that name in the session's model, or -1.
-int FeatureIdOfName(const SketchSession& session, ProName name) {
-  ProModelitem item{};
-  item.id = -1;
-  if (ProModelitemByNameInit(session.model, kFeatureItem, name, &item) != PRO_TK_NO_ERROR) return -1;
-  return item.id;
-}
-
 CreoMcpOperationResult NameTaken(const SketchSession& session, int other_id) {
   for (const auto& [name, other] : SketchSessionTable()) {
     if (other.model == session.model && other.has_feature && other.feature.id == other_id)
@@ -58,11 +50,20 @@ ProError Rename(const SketchSession& session, ProName wanted) {
   const ProError status = ProModelitemNameSet(&feature, wanted);
   if (IsNamed(status)) return status;
   const bool equal_now = SameName(TrimmedFeatureName(feature), wanted);
-  const bool found_now = FeatureIdOfName(session, wanted) == feature.id;
+  const bool found_now = FeatureIdOfName(session.model, wanted) == feature.id;
   return equal_now || found_now ? PRO_TK_NO_ERROR : status;
 }
 
 }  // namespace
+
+int FeatureIdOfName(ProMdl model, std::wstring_view name) {
+  ProName buffer;
+  CopyCut(buffer, name);
+  ProModelitem item{};
+  item.id = -1;
+  if (ProModelitemByNameInit(model, kFeatureItem, buffer, &item) != PRO_TK_NO_ERROR) return -1;
+  return item.id;
+}
 
 std::wstring TrimmedFeatureName(const ProFeature& feature) {
   ProFeature item = feature;
@@ -74,7 +75,8 @@ std::wstring TrimmedFeatureName(const ProFeature& feature) {
 CreoMcpOperationResult NameSketchFeature(const SketchSession& session) {
   ProName wanted;
   CopyCut(wanted, session.name);
-  if (const int other_id = FeatureIdOfName(session, wanted); other_id != -1 && other_id != session.feature.id)
+  if (const int other_id = FeatureIdOfName(session.model, wanted);
+      other_id != -1 && other_id != session.feature.id)
     return NameTaken(session, other_id);
 
   const std::wstring present = TrimmedFeatureName(session.feature);

@@ -5,6 +5,10 @@
 
 namespace vek::sketch {
 
+// The id of the feature of that name in the model, or -1. The host looks it up without regard to case, by
+// what of the name fits its buffer.
+int FeatureIdOfName(ProMdl model, std::wstring_view name);
+
 // The name of a feature without blanks at its ends; empty when the host tells none.
 std::wstring TrimmedFeatureName(const ProFeature& feature);
 

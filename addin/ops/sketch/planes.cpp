@@ -73,7 +73,7 @@ bool FindDatumPlane(ProMdl model, std::wstring_view name, ProModelitem& item) {
   return false;
 }
 
-bool ChooseOrientation(SketchSession& session) {
+void ChooseOrientation(SketchSession& session) {
   const OrientationChoice choice = OrientationFor(session.plane_name);
   session.orient_dir = choice.direction;
   session.has_orient = FirstOrientation(
@@ -82,7 +82,6 @@ bool ChooseOrientation(SketchSession& session) {
         return FindDatumPlane(session.model, name, item);
       },
       session.orient_item);
-  return session.has_orient;
 }
 
 bool ResolvePlaneRefs(SketchSession& session, PlaneForm form) {

@@ -17,8 +17,8 @@ enum class PlaneForm { kSurface, kDatum };
 bool FindDatumPlane(ProMdl model, std::wstring_view name, ProModelitem& item);
 
 // Chooses the orientation reference of a new sketch and what its normal becomes, from the session's plane.
-// False when the model has none of RIGHT, TOP and FRONT beside that plane.
-bool ChooseOrientation(SketchSession& session);
+// `has_orient` tells whether the model has one of RIGHT, TOP and FRONT beside that plane.
+void ChooseOrientation(SketchSession& session);
 
 // Looks plane and orientation up again as items of that form. The session takes them over only when both are
 // found; its orientation direction is written before that is known.
