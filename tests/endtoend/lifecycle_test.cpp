@@ -17,12 +17,14 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-// An installed add-in with a helper beside it that notes how it was called.
+// An installed add-in with a helper beside it that notes how it was called. Each test installs its own: the
+// helper outlives the host, and what a test left behind would note its call among those of the next.
 class Lifecycle : public testing::Test {
  protected:
   void SetUp() override {
     const fs::path root(VEK_SOURCE_DIR);
-    folder_ = fs::path(BenchHome()) / "installed";
+    folder_ = fs::path(BenchHome()) / "installed" /
+              testing::UnitTest::GetInstance()->current_test_info()->name();
     fs::remove_all(folder_);
     fs::create_directories(folder_);
     fs::copy(root / "build/windows/addin/VekCreoAddin.dll", folder_);
