@@ -8,6 +8,7 @@ typedef enum Pro2dEntTypes : int {
   PRO_2D_ARC = 4,
   PRO_2D_CIRCLE = 5,
   PRO_2D_SPLINE = 8,
+  PRO_2D_TEXT = 9,
   PRO_2D_ELLIPSE = 12,
 } Pro2dEntType;
 
@@ -64,3 +65,12 @@ typedef struct {
   double x_radius;
   double y_radius;
 } Pro2dEllipsedef;
+
+// A text that fills the box between two corners. An empty font is the host's own.
+typedef struct {
+  Pro2dEntType type;
+  Pro2dPnt corner1;
+  Pro2dPnt corner2;
+  wchar_t text[256];
+  wchar_t font[256];
+} Pro2dTextdef;

@@ -13,7 +13,7 @@ typedef enum ProFeatStatuses : int {
   PRO_FEAT_UNREGENERATED = 6,
 } ProFeatStatus;
 
-// 1 resolve none, 2 incomplete feature, 6 the feature stays although it failed.
+// 0 the feature stays although it failed to regenerate, 1 and 6 it is taken back then, 2 incomplete feature.
 typedef enum ProFeatureCreateOption : int { PRO_FEAT_CR_NO_OPTS = 0 } ProFeatureCreateOptions;
 typedef enum ProFeatureDeleteOption : int { PRO_FEAT_DELETE_NO_OPTS = 0 } ProFeatureDeleteOptions;
 typedef enum ProFeatureSuppressOption : int { PRO_FEAT_SUPPRESS_NO_OPTS = 0 } ProFeatureSuppressOptions;
@@ -37,6 +37,9 @@ typedef ProError (*ProGeomitemFilter)(ProGeomitem* item, ProAppData data);
 
 PRO_TOOLKIT_CALL ProError ProFeatureTypeGet(ProFeature* feature, ProFeattype* type);
 PRO_TOOLKIT_CALL ProError ProFeatureStatusGet(ProFeature* feature, ProFeatStatus* status);
+PRO_TOOLKIT_CALL ProError ProFeatureIsIncomplete(ProFeature* feature, ProBoolean* incomplete);
+// Bits of state: 64 and 128 for a feature that failed to regenerate.
+PRO_TOOLKIT_CALL ProError ProFeatureStatusflagsGet(ProFeature* feature, int* flags);
 PRO_TOOLKIT_CALL ProError ProFeatureGeomitemVisit(ProFeature* feature, ProType item_type,
                                                   ProGeomitemAction action, ProGeomitemFilter filter,
                                                   ProAppData data);
@@ -51,6 +54,8 @@ PRO_TOOLKIT_CALL ProError ProFeatureSketchedWithOptionsCreate(ProSelection model
 PRO_TOOLKIT_CALL ProError ProFeatureWithoptionsRedefine(ProAsmcomppath* path, ProFeature* feature,
                                                         ProElement tree, ProFeatureCreateOptions* options,
                                                         int flags, ProErrorlist* errors);
+
+PRO_TOOLKIT_CALL ProError ProFeatureD3elemMatrixSet(ProElement element, ProMatrix matrix);
 
 PRO_TOOLKIT_CALL ProError ProFeatureElemtreeExtract(ProFeature* feature, ProAsmcomppath* path,
                                                     ProFeatureElemtreeExtractOptions options,

@@ -7,3 +7,4 @@ PRO_TOOLKIT_CALL ProError ProModelitemByNameInit(ProMdl model, ProType type, Pro
                                                  ProModelitem* item);
 PRO_TOOLKIT_CALL ProError ProModelitemNameGet(ProModelitem* item, ProName name);
 PRO_TOOLKIT_CALL ProError ProModelitemNameSet(ProModelitem* item, ProName name);
+PRO_TOOLKIT_CALL ProError ProModelitemMdlGet(ProModelitem* item, ProMdl* model);

@@ -3,7 +3,8 @@
 
 #include "ProToolkit.h"
 
-// What an item is: 3 feature, 5 surface, 6 edge, 21 axis, 62 curve, 66 point, 176 datum plane, and the model types.
+// What an item is: 3 feature, 5 surface, 6 edge, 21 axis, 57 quilt, 62 curve, 66 point, 176 datum plane, and
+// the model types.
 typedef enum ProTypes : int {
   PRO_TYPE_UNUSED = -1,
   PRO_ASSEMBLY = 1,
@@ -14,6 +15,8 @@ typedef enum ProTypes : int {
   PRO_EDGE = 6,
   PRO_AXIS = 21,
   PRO_CSYS = 25,
+  PRO_DIMENSION = 28,
+  PRO_QUILT = 57,
   PRO_CURVE = 62,
   PRO_POINT = 66,
   PRO_DATUM_PLANE = 176,

@@ -21,6 +21,7 @@ PRO_TOOLKIT_CALL ProError ProSectionEntityConstructionSet(ProSection section, in
 PRO_TOOLKIT_CALL ProError ProSectionEntityIsConstruction(ProSection section, int id,
                                                          ProBoolean* construction);
 
+PRO_TOOLKIT_CALL ProError ProSectionSolve(ProSection section, ProWSecerror* errors);
 PRO_TOOLKIT_CALL ProError ProSectionRegenerate(ProSection section, ProWSecerror* errors);
 PRO_TOOLKIT_CALL ProError ProSecerrorAlloc(ProWSecerror* errors);
 PRO_TOOLKIT_CALL ProError ProSecerrorCount(ProWSecerror* errors, int* count);

@@ -7,4 +7,7 @@ PRO_TOOLKIT_CALL ProError ProSelectionAlloc(ProAsmcomppath* path, ProModelitem* 
                                             ProSelection* selection);
 PRO_TOOLKIT_CALL ProError ProSelectionFree(ProSelection* selection);
 PRO_TOOLKIT_CALL ProError ProSelectionCopy(ProSelection from, ProSelection* to);
+PRO_TOOLKIT_CALL ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* item);
+// Frees an array of selections with the selections in it.
+PRO_TOOLKIT_CALL ProError ProSelectionarrayFree(ProSelection* selections);
 PRO_TOOLKIT_CALL ProError ProSelectionToReference(ProSelection selection, ProReference* reference);

@@ -21,6 +21,7 @@ typedef struct CreoUnitConversion {
 } ProUnitConversion;
 
 PRO_TOOLKIT_CALL ProError ProUnitInit(ProMdl model, ProName name, ProUnititem* unit);
+PRO_TOOLKIT_CALL ProError ProUnitNameGet(ProUnititem* unit, ProName name);
 PRO_TOOLKIT_CALL ProError ProMdlPrincipalunitsystemGet(ProMdl model, ProUnitsystem* system);
 PRO_TOOLKIT_CALL ProError ProUnitsystemUnitGet(ProUnitsystem* system, ProUnitType type, ProUnititem* unit);
 // One `from` is `scale` of `to`.
