@@ -16,7 +16,7 @@ fail() {
 packages=(
   g++-mingw-w64-x86-64-posix wine wine64 clang libclang-rt-14-dev cmake ninja-build ccache
   libocct-foundation-dev libocct-modeling-data-dev libocct-modeling-algorithms-dev libocct-data-exchange-dev
-  nlohmann-json3-dev rapidjson-dev googletest curl jq procps
+  libslvs1-dev libfreetype-dev fonts-dejavu-core nlohmann-json3-dev rapidjson-dev googletest curl jq procps
 )
 
 # Installs those of the packages that are missing, with apt-get.

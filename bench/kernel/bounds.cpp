@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <memory>
 #include <numbers>
 
 #include "bench/kernel/named_shape.h"
@@ -26,15 +27,13 @@ namespace {
 constexpr double kFullTurn = 2 * std::numbers::pi;
 constexpr int kAxes[] = {1, 2, 3};
 
-// The parameters between `first` and `last` at which a + x cos t + y sin t is greatest or least.
-void AddRound(const BRepAdaptor_Curve& curve, const gp_XYZ& x, const gp_XYZ& y, Bounds& bounds) {
+// The points of a curve at which a + x cos t + y sin t is greatest or least.
+void AddRound(const BRepAdaptor_Curve& curve, const gp_XYZ& x, const gp_XYZ& y, Reach& reach) {
   const double first = curve.FirstParameter(), last = curve.LastParameter();
-  for (const int axis : kAxes) {
-    const double extreme = std::atan2(y.Coord(axis), x.Coord(axis));
-    for (const double candidate : {extreme, extreme + std::numbers::pi}) {
-      const double turned = candidate + kFullTurn * std::ceil((first - candidate) / kFullTurn);
-      if (turned <= last) bounds.Add(curve.Value(turned).XYZ());
-    }
+  const double extreme = std::atan2(reach.HeightOf(y), reach.HeightOf(x));
+  for (const double candidate : {extreme, extreme + std::numbers::pi}) {
+    const double turned = candidate + kFullTurn * std::ceil((first - candidate) / kFullTurn);
+    if (turned <= last) reach.Add(curve.Value(turned).XYZ());
   }
 }
 
@@ -48,7 +47,7 @@ double GreatestBetween(double from, double to, const std::function<double(double
   return (from + to) / 2;
 }
 
-void AddFreeCurve(const BRepAdaptor_Curve& curve, Bounds& bounds) {
+void AddFreeCurve(const BRepAdaptor_Curve& curve, Reach& reach) {
   constexpr int kSamples = 24;
   const int count = curve.NbIntervals(GeomAbs_C2);
   TColStd_Array1OfReal ends(1, count + 1);
@@ -58,43 +57,41 @@ void AddFreeCurve(const BRepAdaptor_Curve& curve, Bounds& bounds) {
     for (int k = 0; k < kSamples; ++k) parameters.push_back(ends(i) + (ends(i + 1) - ends(i)) * k / kSamples);
   }
   parameters.push_back(ends(count + 1));
-  for (const double parameter : parameters) bounds.Add(curve.Value(parameter).XYZ());
-  for (const int axis : kAxes) {
-    for (const double sign : {1.0, -1.0}) {
-      const auto height = [&](double t) { return sign * curve.Value(t).XYZ().Coord(axis); };
-      for (std::size_t i = 1; i + 1 < parameters.size(); ++i) {
-        const double here = height(parameters[i]);
-        if (here < height(parameters[i - 1]) || here < height(parameters[i + 1])) continue;
-        bounds.Add(curve.Value(GreatestBetween(parameters[i - 1], parameters[i + 1], height)).XYZ());
-      }
+  for (const double parameter : parameters) reach.Add(curve.Value(parameter).XYZ());
+  for (const double sign : {1.0, -1.0}) {
+    const auto height = [&](double t) { return sign * reach.HeightOf(curve.Value(t).XYZ()); };
+    for (std::size_t i = 1; i + 1 < parameters.size(); ++i) {
+      const double here = height(parameters[i]);
+      if (here < height(parameters[i - 1]) || here < height(parameters[i + 1])) continue;
+      reach.Add(curve.Value(GreatestBetween(parameters[i - 1], parameters[i + 1], height)).XYZ());
     }
   }
 }
 
-void AddEdge(const TopoDS_Edge& edge, Bounds& bounds) {
+void AddEdge(const TopoDS_Edge& edge, Reach& reach) {
   if (BRep_Tool::Degenerated(edge)) {
-    bounds.Add(BRep_Tool::Pnt(TopExp::FirstVertex(edge)).XYZ());
+    reach.Add(BRep_Tool::Pnt(TopExp::FirstVertex(edge)).XYZ());
     return;
   }
   const BRepAdaptor_Curve curve(edge);
-  bounds.Add(curve.Value(curve.FirstParameter()).XYZ());
-  bounds.Add(curve.Value(curve.LastParameter()).XYZ());
+  reach.Add(curve.Value(curve.FirstParameter()).XYZ());
+  reach.Add(curve.Value(curve.LastParameter()).XYZ());
   switch (curve.GetType()) {
     case GeomAbs_Line:
       return;
     case GeomAbs_Circle: {
       const gp_Circ circle = curve.Circle();
-      AddRound(curve, circle.XAxis().Direction().XYZ(), circle.YAxis().Direction().XYZ(), bounds);
+      AddRound(curve, circle.XAxis().Direction().XYZ(), circle.YAxis().Direction().XYZ(), reach);
       return;
     }
     case GeomAbs_Ellipse: {
       const gp_Elips ellipse = curve.Ellipse();
       AddRound(curve, ellipse.XAxis().Direction().XYZ() * ellipse.MajorRadius(),
-               ellipse.YAxis().Direction().XYZ() * ellipse.MinorRadius(), bounds);
+               ellipse.YAxis().Direction().XYZ() * ellipse.MinorRadius(), reach);
       return;
     }
     default:
-      AddFreeCurve(curve, bounds);
+      AddFreeCurve(curve, reach);
   }
 }
 
@@ -112,20 +109,16 @@ class Climber {
     BRepTools::UVBounds(face, u_low_, u_high_, v_low_, v_high_);
   }
 
-  void AddTo(Bounds& bounds) const {
-    for (const int axis : kAxes) {
-      for (const double sign : {1.0, -1.0}) Climb(axis, sign, bounds);
-    }
+  void AddTo(Reach& reach) const {
+    for (const double sign : {1.0, -1.0}) Climb(sign, reach);
   }
 
  private:
   static constexpr int kGrid = 24;
 
-  void Climb(int axis, double sign, Bounds& bounds) const {
-    const auto height = [&](const gp_Pnt2d& uv) {
-      return sign * surface_.Value(uv.X(), uv.Y()).XYZ().Coord(axis);
-    };
-    double best = sign > 0 ? bounds.high.Coord(axis) : -bounds.low.Coord(axis);
+  void Climb(double sign, Reach& reach) const {
+    const auto height = [&](const gp_Pnt2d& uv) { return sign * reach.HeightOf(PointAt(uv)); };
+    const double best = sign * reach.HeightOf(sign > 0 ? reach.high : reach.low);
     gp_Pnt2d top;
     bool found = false;
     for (int i = 1; i < kGrid; ++i) {
@@ -139,8 +132,7 @@ class Climber {
         found = true;
       }
     }
-    if (!found) return;
-    bounds.Add(PointAt(Refined(top, height)));
+    if (found) reach.Add(PointAt(Refined(top, height)));
   }
 
   gp_Pnt2d Refined(gp_Pnt2d top, const std::function<double(const gp_Pnt2d&)>& height) const {
@@ -179,6 +171,28 @@ class Climber {
   double u_low_ = 0, u_high_ = 0, v_low_ = 0, v_high_ = 0;
 };
 
+// A shape taken apart once, for however many directions are asked about.
+class Measurer {
+ public:
+  explicit Measurer(const TopoDS_Shape& shape) : edges_(Distinct(shape, TopAbs_EDGE)) {
+    for (const TopoDS_Shape& face : Distinct(shape, TopAbs_FACE)) {
+      if (CanBulge(BRepAdaptor_Surface(TopoDS::Face(face)).GetType()))
+        bulges_.push_back(std::make_unique<Climber>(TopoDS::Face(face)));
+    }
+  }
+
+  Reach Along(const gp_XYZ& direction) const {
+    Reach reach(direction);
+    for (const TopoDS_Shape& edge : edges_) AddEdge(TopoDS::Edge(edge), reach);
+    for (const auto& bulge : bulges_) bulge->AddTo(reach);
+    return reach;
+  }
+
+ private:
+  std::vector<TopoDS_Shape> edges_;
+  std::vector<std::unique_ptr<Climber>> bulges_;
+};
+
 }  // namespace
 
 void Bounds::Add(const gp_XYZ& point) {
@@ -198,13 +212,31 @@ void Bounds::Add(const Bounds& other) {
   Add(other.high);
 }
 
+void Reach::Add(const gp_XYZ& point) {
+  if (is_empty) low = high = point;
+  is_empty = false;
+  if (HeightOf(point) < HeightOf(low)) low = point;
+  if (HeightOf(point) > HeightOf(high)) high = point;
+}
+
+Reach ReachOf(const TopoDS_Shape& shape, const gp_XYZ& direction) {
+  return Measurer(shape).Along(direction);
+}
+
 Bounds BoundsOf(const TopoDS_Shape& shape) {
+  const Measurer measurer(shape);
   Bounds bounds;
-  for (const TopoDS_Shape& edge : Distinct(shape, TopAbs_EDGE)) AddEdge(TopoDS::Edge(edge), bounds);
-  for (const TopoDS_Shape& face : Distinct(shape, TopAbs_FACE)) {
-    if (CanBulge(BRepAdaptor_Surface(TopoDS::Face(face)).GetType()))
-      Climber(TopoDS::Face(face)).AddTo(bounds);
+  gp_XYZ low, high;
+  for (const int axis : kAxes) {
+    gp_XYZ direction;
+    direction.SetCoord(axis, 1);
+    const Reach reach = measurer.Along(direction);
+    if (reach.is_empty) return bounds;
+    low.SetCoord(axis, reach.low.Coord(axis));
+    high.SetCoord(axis, reach.high.Coord(axis));
   }
+  bounds.Add(low);
+  bounds.Add(high);
   return bounds;
 }
 

@@ -72,6 +72,15 @@ const json& Fields::Array(const char* key) const {
   return value;
 }
 
+std::vector<std::string> Fields::Texts(const char* key) const {
+  std::vector<std::string> texts;
+  for (const json& text : Array(key)) {
+    if (!text.is_string()) Complain("each of " + Quoted(key) + " must be a text");
+    texts.push_back(text.get<std::string>());
+  }
+  return texts;
+}
+
 gp_Pnt2d Fields::AsPoint2d(const json& value, const std::string& what) const {
   if (!value.is_array() || value.size() != 2) Complain(what + " must be [x, y]");
   return {AsNumber(value[0], what), AsNumber(value[1], what)};

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace bench::kernel {
 
@@ -28,6 +29,7 @@ class Fields {
   bool Flag(const char* key, bool otherwise) const;
   std::string Text(const char* key) const;
   const nlohmann::json& Array(const char* key) const;
+  std::vector<std::string> Texts(const char* key) const;
   gp_Pnt2d Point2d(const char* key) const;
   gp_XYZ Vector(const char* key) const;
   Fields Object(const char* key) const;

@@ -15,19 +15,27 @@
 namespace bench::kernel {
 
 bool operator<(const FaceName& a, const FaceName& b) {
-  return std::tie(a.place.age, a.rank) < std::tie(b.place.age, b.rank);
+  return std::tie(a.place.age, a.place.copy, a.rank) < std::tie(b.place.age, b.place.copy, b.rank);
+}
+
+std::string WordOf(const FeaturePlace& place) {
+  return place.word.empty() ? std::to_string(place.feature) : place.word;
+}
+
+FaceName OwnName(const FeaturePlace& place, int rank, const std::string& what) {
+  return {place, rank, WordOf(place) + ":" + what};
 }
 
 FaceName StartName(const FeaturePlace& place) {
-  return {place, kStartRank, std::to_string(place.feature) + ":start"};
+  return OwnName(place, kStartRank, "start");
 }
 
 FaceName EndName(const FeaturePlace& place) {
-  return {place, kEndRank, std::to_string(place.feature) + ":end"};
+  return OwnName(place, kEndRank, "end");
 }
 
 FaceName SideName(const FeaturePlace& place, int entity) {
-  return {place, kSideRank + entity, std::to_string(place.feature) + ":side:" + std::to_string(entity)};
+  return OwnName(place, kSideRank + entity, "side:" + std::to_string(entity));
 }
 
 std::vector<TopoDS_Shape> Distinct(const TopoDS_Shape& shape, TopAbs_ShapeEnum kind) {
@@ -70,6 +78,7 @@ NamedShape CarryNames(const std::vector<const NamedShape*>& sources, const Desce
                       const TopoDS_Shape& shape) {
   NamedShape result;
   result.solids = SolidsIn(shape);
+  if (!sources.empty()) result.motion = sources.front()->motion;
   FaceNames inherited;
   for (const NamedShape* source : sources) {
     for (const TopoDS_Face& face : source->Faces()) {

@@ -57,6 +57,12 @@ class CurveMaker {
     return {};
   }
 
+  Result operator()(const TextEntity& text) const {
+    CheckPoint(entity_, text.from);
+    CheckPoint(entity_, text.to);
+    return {};
+  }
+
   Result operator()(const CenterlineEntity& line) const {
     CheckLength(entity_, line.from, line.to);
     return {};

@@ -8,7 +8,7 @@
 #include <gp_Pnt2d.hxx>
 #include <optional>
 
-#include "bench/kernel/recipe.h"
+#include "bench/kernel/sketch_recipe.h"
 
 namespace bench::kernel {
 
@@ -25,7 +25,7 @@ struct PlanarCurve {
   gp_Pnt2d End() const { return curve->Value(last); }
 };
 
-// None for what is no curve (a point) and for centerlines. Throws Refusal for a degenerate entity of any
+// None for what is no curve (a point), for centerlines, and for texts, which are many (see TextOutline). Throws Refusal for a degenerate entity of any
 // type: a line without length, a radius that is not above 0, an arc that spans no angle, a spline through too
 // few points.
 std::optional<PlanarCurve> CurveOf(const Entity& entity);

@@ -2,9 +2,7 @@
 
 #include <Standard_Failure.hxx>
 
-#include "bench/kernel/features/extrude.h"
-#include "bench/kernel/features/revolve.h"
-#include "bench/kernel/features/sketch.h"
+#include "bench/kernel/quilt.h"
 #include "bench/kernel/refusal.h"
 #include "bench/kernel/topology.h"
 
@@ -12,38 +10,24 @@ namespace bench::kernel {
 
 using nlohmann::json;
 
-namespace {
-
-// Carries out one recipe on a stage whose body is that of the features before it.
-class Builder {
- public:
-  Builder(const FeaturePlace& place, Stage& stage) : place_(place), stage_(stage) {}
-
-  void operator()(const Sketch& sketch) const { stage_.drawn = DrawSketch(sketch); }
-  void operator()(const ExtrudeRecipe& recipe) const { stage_.body = Extrude(recipe, place_, stage_.body); }
-  void operator()(const RevolveRecipe& recipe) const { stage_.body = Revolve(recipe, place_, stage_.body); }
-
- private:
-  FeaturePlace place_;
-  Stage& stage_;
-};
-
-}  // namespace
-
-std::shared_ptr<const Stage> Regenerator::Build(const Recipe& recipe, int age, const NamedShape& body) {
-  auto stage = std::make_shared<Stage>();
-  stage->body = body;
+std::shared_ptr<const Stage> Regenerator::Build(const Recipe& recipe, std::span<const Recipe> before,
+                                                const Stage& stage_before) {
+  auto standing = std::make_shared<Stage>();
+  standing->body = stage_before.body;
+  standing->quilts = stage_before.quilts;
   ++features_built_;
+  auto stage = std::make_shared<Stage>(*standing);
   try {
-    std::visit(Builder({recipe.feature, age}, *stage), recipe.content);
+    const int age = static_cast<int>(before.size());
+    recipe.content->Build({recipe.feature, age}, {before, face_facts_}, *stage);
+    return stage;
   } catch (const Refusal& refusal) {
-    stage->refused = true;
-    stage->reason = refusal.what();
+    standing->reason = refusal.what();
   } catch (const Standard_Failure& failure) {
-    stage->refused = true;
-    stage->reason = std::string("The feature can't be built (") + failure.DynamicType()->Name() + ").";
+    standing->reason = std::string("The feature can't be built (") + failure.DynamicType()->Name() + ").";
   }
-  return stage;
+  standing->refused = true;
+  return standing;
 }
 
 std::vector<std::shared_ptr<const Stage>> Regenerator::Stages(const std::vector<Recipe>& recipes) {
@@ -54,10 +38,10 @@ std::vector<std::shared_ptr<const Stage>> Regenerator::Stages(const std::vector<
     parents.push_back(parent);
     StageCache::Entry entry = cache_.Find(parent, recipe.text);
     if (!entry.stage) {
-      const NamedShape nothing;
-      const int age = static_cast<int>(stages.size());
+      const Stage nothing;
+      const auto before = std::span(recipes).first(stages.size());
       entry =
-          cache_.Add(parent, recipe.text, Build(recipe, age, stages.empty() ? nothing : stages.back()->body));
+          cache_.Add(parent, recipe.text, Build(recipe, before, stages.empty() ? nothing : *stages.back()));
     }
     stages.push_back(entry.stage);
     parent = entry.id;
@@ -77,16 +61,32 @@ json Regenerator::Describe(const std::vector<Recipe>& recipes) {
     features.push_back(std::move(feature));
     DescribeSketch(recipes[i].feature, stage.drawn, curves, points);
   }
-  const NamedShape body = stages.empty() ? NamedShape{} : stages.back()->body;
-  json answer = DescribeBody(body, face_facts_);
+  json answer = DescribeBody(KeysAfter(stages));
   answer["features"] = std::move(features);
   answer["curves"] = std::move(curves);
   answer["points"] = std::move(points);
-  answer["bodies"] = body.solids.size();
+  answer["quilts"] =
+      DescribeQuilts(stages.empty() ? std::vector<Quilt>{} : stages.back()->quilts, face_facts_);
+  answer["bodies"] = stages.empty() ? 0 : stages.back()->body.solids.size();
   return answer;
 }
 
+const BodyKeys& Regenerator::KeysAfter(const std::vector<std::shared_ptr<const Stage>>& stages) {
+  const auto last = stages.empty() ? nullptr : stages.back();
+  if (!keys_ || last != keyed_stage_) {
+    keys_.emplace(last ? last->body : NamedShape{}, face_facts_);
+    keyed_stage_ = last;
+  }
+  return *keys_;
+}
+
+const BodyKeys& Regenerator::Keys(const std::vector<Recipe>& recipes) {
+  return KeysAfter(Stages(recipes));
+}
+
 void Regenerator::Forget() {
+  keys_.reset();
+  keyed_stage_.reset();
   cache_.Clear();
   face_facts_.Clear();
 }

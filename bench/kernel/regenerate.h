@@ -4,10 +4,13 @@
 #include <cstddef>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "bench/kernel/face_facts.h"
-#include "bench/kernel/recipe.h"
+#include "bench/kernel/feature.h"
+#include "bench/kernel/keys.h"
 #include "bench/kernel/stage_cache.h"
 
 namespace bench::kernel {
@@ -24,6 +27,9 @@ class Regenerator {
   // The part's solids after its last feature.
   NamedShape Body(const std::vector<Recipe>& recipes);
 
+  // The keys of the part's faces and edges after its last feature; good until the next question.
+  const BodyKeys& Keys(const std::vector<Recipe>& recipes);
+
   // Forgets all that was built.
   void Forget();
 
@@ -32,10 +38,16 @@ class Regenerator {
 
  private:
   std::vector<std::shared_ptr<const Stage>> Stages(const std::vector<Recipe>& recipes);
-  std::shared_ptr<const Stage> Build(const Recipe& recipe, int age, const NamedShape& body);
+  std::shared_ptr<const Stage> Build(const Recipe& recipe, std::span<const Recipe> before,
+                                     const Stage& stage);
+
+  const BodyKeys& KeysAfter(const std::vector<std::shared_ptr<const Stage>>& stages);
 
   StageCache cache_;
   FaceFactsCache face_facts_;
+  // The keys that were worked out last, since many questions follow each other about one body.
+  std::shared_ptr<const Stage> keyed_stage_;
+  std::optional<BodyKeys> keys_;
   int features_built_ = 0;
 };
 

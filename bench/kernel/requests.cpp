@@ -1,11 +1,13 @@
 #include "bench/kernel/requests.h"
 
 #include "bench/kernel/base64.h"
+#include "bench/kernel/evaluate.h"
 #include "bench/kernel/export.h"
+#include "bench/kernel/feature.h"
 #include "bench/kernel/guard.h"
 #include "bench/kernel/json_fields.h"
-#include "bench/kernel/recipe.h"
 #include "bench/kernel/refusal.h"
+#include "bench/kernel/solve_request.h"
 
 namespace bench::kernel {
 
@@ -27,6 +29,16 @@ ExportFormat ReadFormat(const Fields& fields) {
   fields.Complain("unknown format '" + format + "'");
 }
 
+// What `compute` gives, or why the geometry can't give it.
+template <typename Compute>
+json OrRefused(Compute&& compute) {
+  try {
+    return compute();
+  } catch (const Refusal& refusal) {
+    return {{"refused", refusal.what()}};
+  }
+}
+
 }  // namespace
 
 json Requests::Export(const json& request) {
@@ -34,11 +46,27 @@ json Requests::Export(const json& request) {
   const ExportFormat format = ReadFormat(fields);
   const std::string name = fields.Text("name");
   const NamedShape body = regenerator_.Body(ReadRecipes(fields.Array("recipes")));
-  try {
-    return {{"bytes", Base64(ExportBytes(format, name, body))}};
-  } catch (const Refusal& refusal) {
-    return {{"refused", refusal.what()}};
-  }
+  return OrRefused([&]() -> json { return {{"bytes", Base64(ExportBytes(format, name, body))}}; });
+}
+
+json Requests::Evaluate(const json& request) {
+  const Fields fields(request, "the request");
+  const bool of_face = fields.Has("face");
+  const std::string key = fields.Text(of_face ? "face" : "edge");
+  const double u = of_face ? fields.Number("u") : 0, v = of_face ? fields.Number("v") : 0;
+  const double t = of_face ? 0 : fields.Number("t");
+  const BodyKeys& keys = regenerator_.Keys(ReadRecipes(fields.Array("recipes")));
+  return OrRefused(
+      [&] { return of_face ? EvaluateFace(keys.Face(key), u, v) : EvaluateEdge(keys.Edge(key), t); });
+}
+
+json Requests::Extremes(const json& request) {
+  const Fields fields(request, "the request");
+  const std::string key = fields.Text("face");
+  const gp_XYZ direction = fields.Vector("direction");
+  if (!(direction.Modulus() > 0)) fields.Complain("'direction' must have a length");
+  const BodyKeys& keys = regenerator_.Keys(ReadRecipes(fields.Array("recipes")));
+  return OrRefused([&] { return DescribeExtremes(keys.Face(key), direction); });
 }
 
 json Requests::Carry(const json& request) {
@@ -46,6 +74,9 @@ json Requests::Carry(const json& request) {
   const std::string task = fields.Text("do");
   if (task == "regenerate") return regenerator_.Describe(ReadRecipes(fields.Array("recipes")));
   if (task == "export") return Export(request);
+  if (task == "evaluate") return Evaluate(request);
+  if (task == "extremes") return Extremes(request);
+  if (task == "solve") return OrRefused([&] { return AnswerSolve(fields); });
   fields.Complain("unknown task '" + task + "'");
 }
 

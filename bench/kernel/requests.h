@@ -20,6 +20,8 @@ class Requests {
  private:
   nlohmann::json Carry(const nlohmann::json& request);
   nlohmann::json Export(const nlohmann::json& request);
+  nlohmann::json Evaluate(const nlohmann::json& request);
+  nlohmann::json Extremes(const nlohmann::json& request);
 
   Regenerator regenerator_;
 };

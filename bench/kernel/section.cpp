@@ -19,6 +19,7 @@
 
 #include "bench/kernel/crossing.h"
 #include "bench/kernel/refusal.h"
+#include "bench/kernel/text_outline.h"
 
 namespace bench::kernel {
 
@@ -208,7 +209,12 @@ std::vector<PlanarCurve> BoundingCurves(const std::vector<Entity>& entities) {
   std::vector<PlanarCurve> curves;
   for (const Entity& entity : entities) {
     const auto curve = CurveOf(entity);
-    if (curve && !entity.construction) curves.push_back(*curve);
+    if (entity.construction) continue;
+    if (curve) curves.push_back(*curve);
+    if (const auto* text = std::get_if<TextEntity>(&entity.geometry)) {
+      const std::vector<PlanarCurve> outline = TextOutline(entity.id, *text);
+      curves.insert(curves.end(), outline.begin(), outline.end());
+    }
   }
   return curves;
 }

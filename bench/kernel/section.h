@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "bench/kernel/planar_curve.h"
-#include "bench/kernel/recipe.h"
+#include "bench/kernel/sketch_recipe.h"
 
 namespace bench::kernel {
 

@@ -8,18 +8,9 @@
 #include <string>
 #include <utility>
 
-#include "bench/kernel/features/sketch.h"
-#include "bench/kernel/named_shape.h"
+#include "bench/kernel/stage.h"
 
 namespace bench::kernel {
-
-// The part after one feature.
-struct Stage {
-  bool refused = false;
-  std::string reason;
-  NamedShape body;
-  SketchGeometry drawn;  // by this feature alone
-};
 
 // At most `capacity` stages; those used longest ago go first, later ones of a chain before earlier ones.
 class StageCache {

@@ -1,20 +1,13 @@
 #include "bench/kernel/topology.h"
 
 #include <BRepAdaptor_Curve.hxx>
-#include <BRepGProp.hxx>
 #include <BRep_Tool.hxx>
 #include <GCPnts_AbscissaPoint.hxx>
-#include <GProp_GProps.hxx>
-#include <TopExp.hxx>
-#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
-#include <TopoDS.hxx>
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <map>
-#include <memory>
 #include <string>
-#include <tuple>
+
+#include "bench/kernel/contours.h"
+#include "bench/kernel/json_vector.h"
 
 namespace bench::kernel {
 
@@ -25,46 +18,7 @@ namespace {
 // Lengths are integrated to this relative error.
 constexpr double kLengthPrecision = 1e-10;
 
-template <typename T>
-json Triple(const T& value) {
-  // Adding zero takes the sign off a negative one.
-  return {value.X() + 0.0, value.Y() + 0.0, value.Z() + 0.0};
-}
-
-// Centres in the order in which parts of one face are numbered. They are compared in whole steps, so that the
-// last digits of a number do not decide.
-using CenterOrder = std::array<long long, 3>;
-
-CenterOrder OrderOf(const gp_Pnt& center) {
-  constexpr double kStepsPerMillimetre = 1e5;
-  return {std::llround(center.X() * kStepsPerMillimetre), std::llround(center.Y() * kStepsPerMillimetre),
-          std::llround(center.Z() * kStepsPerMillimetre)};
-}
-
-struct KeyedFace {
-  TopoDS_Face face;
-  FaceName name;
-  std::shared_ptr<const FaceFacts> facts;
-  std::string key;
-};
-
-std::vector<KeyedFace> KeyFaces(const NamedShape& body, FaceFactsCache& cache) {
-  std::vector<KeyedFace> faces;
-  for (const TopoDS_Face& face : body.Faces())
-    faces.push_back({face, body.names.Find(face), cache.Of(face), {}});
-  std::sort(faces.begin(), faces.end(), [](const KeyedFace& a, const KeyedFace& b) {
-    return std::make_tuple(a.name.place.age, a.name.rank, OrderOf(a.facts->measure.center)) <
-           std::make_tuple(b.name.place.age, b.name.rank, OrderOf(b.facts->measure.center));
-  });
-  std::map<std::string, int> count;
-  for (KeyedFace& face : faces) {
-    const int number = ++count[face.name.text];
-    face.key = number == 1 ? face.name.text : face.name.text + "#" + std::to_string(number);
-  }
-  return faces;
-}
-
-json DescribeFace(const KeyedFace& keyed) {
+json DescribeFace(const KeyedFace& keyed, const Contours& contours) {
   const FaceFacts& facts = *keyed.facts;
   const SurfaceFrame& frame = facts.frame;
   json face = {{"key", keyed.key},
@@ -77,7 +31,8 @@ json DescribeFace(const KeyedFace& keyed) {
                {"point", Triple(facts.inside.point)},
                {"normal", Triple(facts.inside.normal)},
                {"low", Triple(facts.bounds.low)},
-               {"high", Triple(facts.bounds.high)}};
+               {"high", Triple(facts.bounds.high)},
+               {"contours", contours.Of(keyed)}};
   if (frame.origin) face["origin"] = Triple(*frame.origin);
   if (frame.axis) face["axis"] = Triple(*frame.axis);
   if (frame.x) face["x"] = Triple(*frame.x);
@@ -103,6 +58,17 @@ const char* CurveType(const BRepAdaptor_Curve& curve) {
   }
 }
 
+// About its axis a circle runs right-handed from its one end to its other.
+void DescribeTurn(const BRepAdaptor_Curve& curve, json& description) {
+  const gp_Circ circle = curve.Circle();
+  gp_Pnt start;
+  gp_Vec along;
+  curve.D1(curve.FirstParameter(), start, along);
+  const gp_Dir axis(gp_Vec(circle.Location(), start).Crossed(along));
+  description["center"] = Triple(circle.Location());
+  description["axis"] = Triple(axis);
+}
+
 void DescribeCurve(const TopoDS_Edge& edge, json& description) {
   const BRepAdaptor_Curve curve(edge);
   description["type"] = CurveType(curve);
@@ -112,61 +78,15 @@ void DescribeCurve(const TopoDS_Edge& edge, json& description) {
   description["from"] = Triple(curve.Value(first));
   description["to"] = Triple(curve.Value(last));
   description["length"] = GCPnts_AbscissaPoint::Length(curve, kLengthPrecision);
+  if (curve.GetType() == GeomAbs_Circle) DescribeTurn(curve, description);
 }
 
-struct KeyedEdge {
-  TopoDS_Edge edge;
-  const KeyedFace* first = nullptr;
-  const KeyedFace* second = nullptr;
-  CenterOrder center{};
-};
-
-CenterOrder EdgeCenter(const TopoDS_Edge& edge) {
-  GProp_GProps properties;
-  BRepGProp::LinearProperties(edge, properties);
-  return OrderOf(properties.CentreOfMass());
-}
-
-// The edges of one solid. Two solids that touch along an edge have it once each.
-void CollectEdges(const TopoDS_Solid& solid, const NCollection_DataMap<TopoDS_Shape, const KeyedFace*>& faces,
-                  std::vector<KeyedEdge>& edges) {
-  TopTools_IndexedDataMapOfShapeListOfShape neighbours;
-  TopExp::MapShapesAndUniqueAncestors(solid, TopAbs_EDGE, TopAbs_FACE, neighbours);
-  for (int i = 1; i <= neighbours.Extent(); ++i) {
-    const TopoDS_Edge edge = TopoDS::Edge(neighbours.FindKey(i));
-    const TopTools_ListOfShape& sides = neighbours(i);
-    if (BRep_Tool::Degenerated(edge) || sides.Extent() < 2) continue;
-    KeyedEdge keyed{edge, faces.Find(sides.First()), faces.Find(sides.Last()), EdgeCenter(edge)};
-    if (keyed.second < keyed.first) std::swap(keyed.first, keyed.second);
-    edges.push_back(keyed);
-  }
-}
-
-json DescribeEdges(const NamedShape& body, const std::vector<KeyedFace>& keyed_faces) {
-  NCollection_DataMap<TopoDS_Shape, const KeyedFace*> faces;
-  for (const KeyedFace& keyed : keyed_faces) faces.Bind(keyed.face, &keyed);
-  std::vector<KeyedEdge> edges;
-  for (const TopoDS_Solid& solid : body.solids) CollectEdges(solid, faces, edges);
-  // The faces lie in one array, in the order of their keys.
-  std::sort(edges.begin(), edges.end(), [](const KeyedEdge& a, const KeyedEdge& b) {
-    return std::tie(a.first, a.second, a.center) < std::tie(b.first, b.second, b.center);
-  });
-  json described = json::array();
-  int number = 0;
-  for (std::size_t i = 0; i < edges.size(); ++i) {
-    const KeyedEdge& keyed = edges[i];
-    const bool again = i > 0 && edges[i - 1].first == keyed.first && edges[i - 1].second == keyed.second;
-    number = again ? number + 1 : 1;
-    std::string key = keyed.first->key + "|" + keyed.second->key;
-    // The bar keeps the number apart from one that belongs to the second face.
-    if (number > 1) key += "|#" + std::to_string(number);
-    json edge = {{"key", key},
-                 {"feature", keyed.second->name.place.feature},
-                 {"faces", {keyed.first->key, keyed.second->key}}};
-    DescribeCurve(keyed.edge, edge);
-    described.push_back(std::move(edge));
-  }
-  return described;
+json DescribeEdge(const KeyedEdge& keyed) {
+  json edge = {{"key", keyed.key},
+               {"feature", keyed.second->name.place.feature},
+               {"faces", {keyed.first->key, keyed.second->key}}};
+  DescribeCurve(keyed.edge, edge);
+  return edge;
 }
 
 json DescribeOutline(const std::vector<KeyedFace>& faces) {
@@ -187,31 +107,31 @@ json DescribeMass(const std::vector<KeyedFace>& faces) {
       {"volume", mass.volume}, {"area", mass.area}, {"center", Triple(mass.center)}, {"inertia", inertia}};
 }
 
-std::string KeyOf(int feature, const char* what, int entity) {
-  return std::to_string(feature) + ":" + what + ":" + std::to_string(entity);
-}
-
 }  // namespace
 
-json DescribeBody(const NamedShape& body, FaceFactsCache& cache) {
-  const std::vector<KeyedFace> keyed_faces = KeyFaces(body, cache);
-  json faces = json::array();
-  for (const KeyedFace& keyed : keyed_faces) faces.push_back(DescribeFace(keyed));
+json DescribeBody(const BodyKeys& keys) {
+  const Contours contours(keys);
+  json faces = json::array(), edges = json::array();
+  for (const KeyedFace& keyed : keys.faces()) faces.push_back(DescribeFace(keyed, contours));
+  for (const KeyedEdge& keyed : keys.edges()) edges.push_back(DescribeEdge(keyed));
   return {{"faces", std::move(faces)},
-          {"edges", DescribeEdges(body, keyed_faces)},
-          {"outline", DescribeOutline(keyed_faces)},
-          {"mass", DescribeMass(keyed_faces)}};
+          {"edges", std::move(edges)},
+          {"outline", DescribeOutline(keys.faces())},
+          {"mass", DescribeMass(keys.faces())}};
 }
 
 void DescribeSketch(int feature, const SketchGeometry& drawn, json& curves, json& points) {
+  std::map<int, int> count;  // a text has many curves
   for (const SketchCurve& curve : drawn.curves) {
-    json described = {
-        {"key", KeyOf(feature, "curve", curve.entity)}, {"feature", feature}, {"entity", curve.entity}};
+    const int number = ++count[curve.entity];
+    std::string key = SketchKey(feature, "curve", curve.entity);
+    if (number > 1) key += "#" + std::to_string(number);
+    json described = {{"key", std::move(key)}, {"feature", feature}, {"entity", curve.entity}};
     DescribeCurve(curve.edge, described);
     curves.push_back(std::move(described));
   }
   for (const SketchPoint& point : drawn.points) {
-    points.push_back({{"key", KeyOf(feature, "point", point.entity)},
+    points.push_back({{"key", SketchKey(feature, "point", point.entity)},
                       {"feature", feature},
                       {"entity", point.entity},
                       {"at", Triple(point.at)}});

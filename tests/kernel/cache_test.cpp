@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "bench/kernel/recipe.h"
+#include "bench/kernel/feature.h"
 #include "bench/kernel/regenerate.h"
 #include "tests/kernel/recipes.h"
 

@@ -49,6 +49,11 @@ TEST(Requests, ThatMakeNoSenseAreErrors) {
        "the request: unknown format 'sat'"},
       {"{\"id\": 1, \"do\": \"export\", \"format\": \"stl\", \"recipes\": []}",
        "the request: 'name' is missing"},
+      {"{\"id\": 1, \"do\": \"evaluate\", \"recipes\": []}", "the request: 'edge' is missing"},
+      {"{\"id\": 1, \"do\": \"evaluate\", \"face\": \"1:end\", \"u\": 0, \"recipes\": []}",
+       "the request: 'v' is missing"},
+      {"{\"id\": 1, \"do\": \"extremes\", \"face\": \"1:end\", \"direction\": [0, 0, 0], \"recipes\": []}",
+       "the request: 'direction' must have a length"},
   };
   for (const auto& [line, error] : cases) {
     const json answer = Ask(line);

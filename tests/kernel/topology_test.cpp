@@ -141,11 +141,28 @@ TEST(Edge, TellsItsFacesAndItsCurve) {
   EXPECT_EQ(rim["type"], "circle");
   ExpectClose(rim["length"].get<double>(), 8 * kPi);
   EXPECT_EQ(rim["from"], rim["to"]);
+  ExpectClose(rim["center"], {15, 12, 10});
   const json side = Named(part["edges"], "1:start|1:side:1");
   EXPECT_EQ(side["type"], "line");
   ExpectClose(side["from"], {0, 0, 0});
   ExpectClose(side["to"], {40, 0, 0});
   ExpectClose(side["length"].get<double>(), 40);
+}
+
+TEST(Edge, RunsRightHandedAboutTheAxisOfItsArc) {
+  // A quarter of the way around and then another one lies the other end.
+  const json slot = Built({Extrude(1, Front(), Slot(1, 10, 5))});
+  int arcs = 0;
+  for (const json& edge : slot["edges"]) {
+    if (edge["type"] != "circle") continue;
+    ++arcs;
+    const Vector center = Coordinates(edge["center"]), axis = Coordinates(edge["axis"]);
+    const Vector arm = Minus(Coordinates(edge["from"]), center);
+    // With the axis along z the middle of the arc is center + axis × arm: 5 beyond a centre at x = ± 10.
+    ExpectClose(std::abs(center[0] - axis[2] * arm[1]), 15);
+    ExpectClose(edge["length"].get<double>(), 5 * kPi);
+  }
+  EXPECT_EQ(arcs, 4);
 }
 
 }  // namespace

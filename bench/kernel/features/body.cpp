@@ -1,5 +1,7 @@
 #include "bench/kernel/features/body.h"
 
+#include <cmath>
+
 #include "bench/kernel/boolean.h"
 #include "bench/kernel/measures.h"
 #include "bench/kernel/refusal.h"
@@ -35,6 +37,16 @@ NamedShape Cut(const NamedShape& body, const NamedShape& tool) {
 
 NamedShape Apply(Operation operation, const NamedShape& body, const NamedShape& tool) {
   return operation == Operation::kJoin ? Join(body, tool) : Cut(body, tool);
+}
+
+bool HasChanged(const NamedShape& before, const NamedShape& after, const FeaturePlace& place) {
+  for (const TopoDS_Face& face : after.Faces()) {
+    const FeaturePlace& maker = after.names.Find(face).place;
+    if (maker.feature == place.feature && maker.copy == place.copy) return true;
+  }
+  // Its faces may all have become parts of older ones, as those of a plug do that fills a hole flush.
+  const double volume = VolumeOf(before);
+  return std::abs(VolumeOf(after) - volume) > kClearShare * volume;
 }
 
 }  // namespace bench::kernel

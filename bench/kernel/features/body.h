@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bench/kernel/named_shape.h"
-#include "bench/kernel/recipe.h"
+#include "bench/kernel/sketch_recipe.h"
 
 namespace bench::kernel {
 
@@ -13,5 +13,9 @@ NamedShape Join(const NamedShape& body, const NamedShape& tool);
 NamedShape Cut(const NamedShape& body, const NamedShape& tool);
 
 NamedShape Apply(Operation operation, const NamedShape& body, const NamedShape& tool);
+
+// Whether the feature at that place, whose faces are named after it, has added anything to the body or taken
+// anything off it.
+bool HasChanged(const NamedShape& before, const NamedShape& after, const FeaturePlace& place);
 
 }  // namespace bench::kernel

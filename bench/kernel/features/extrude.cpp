@@ -10,10 +10,22 @@
 #include "bench/kernel/features/prism.h"
 #include "bench/kernel/refusal.h"
 #include "bench/kernel/section.h"
+#include "bench/kernel/stage.h"
 
 namespace bench::kernel {
 
 namespace {
+
+enum class ExtentMode { kBlind, kSymmetric, kTwo, kThroughAll, kToNext };
+
+struct ExtrudeRecipe {
+  Sketch sketch;
+  Operation operation = Operation::kJoin;
+  ExtentMode mode = ExtentMode::kBlind;
+  double depth = 0, depth2 = 0;
+  bool reverse = false;
+  double taper_deg = 0;
+};
 
 constexpr double kLeastDepth = 1e-5;
 constexpr double kLargestDepth = 1e7;
@@ -187,9 +199,7 @@ NamedShape CutToNext(const Sweeper& sweeper, const NamedShape& body) {
   return Cut(body, Only(common, FirstLayer(sweeper, common)));
 }
 
-}  // namespace
-
-NamedShape Extrude(const ExtrudeRecipe& recipe, const FeaturePlace& place, const NamedShape& body) {
+NamedShape Extruded(const ExtrudeRecipe& recipe, const FeaturePlace& place, const NamedShape& body) {
   CheckNumbers(recipe);
   const Sweeper sweeper(recipe, place);
   const bool join = recipe.operation == Operation::kJoin;
@@ -206,6 +216,50 @@ NamedShape Extrude(const ExtrudeRecipe& recipe, const FeaturePlace& place, const
       return join ? JoinToNext(sweeper, body) : CutToNext(sweeper, body);
   }
   throw Refusal("The extent has no known mode.");
+}
+
+class ExtrudeFeature : public Feature {
+ public:
+  explicit ExtrudeFeature(ExtrudeRecipe recipe) : recipe_(std::move(recipe)) {}
+
+  void Build(const FeaturePlace& place, const Before&, Stage& stage) const override {
+    stage.body = Extruded(recipe_, place, stage.body);
+  }
+
+  std::unique_ptr<const Feature> Moved(const gp_Trsf& motion) const override {
+    ExtrudeRecipe moved = recipe_;
+    moved.sketch.plane.Transform(motion);
+    return std::make_unique<ExtrudeFeature>(std::move(moved));
+  }
+
+ private:
+  ExtrudeRecipe recipe_;
+};
+
+ExtentMode ReadMode(const Fields& extent) {
+  const std::string mode = extent.Text("mode");
+  if (mode == "blind") return ExtentMode::kBlind;
+  if (mode == "symmetric") return ExtentMode::kSymmetric;
+  if (mode == "two") return ExtentMode::kTwo;
+  if (mode == "through_all") return ExtentMode::kThroughAll;
+  if (mode == "to_next") return ExtentMode::kToNext;
+  extent.Complain("unknown mode '" + mode + "'");
+}
+
+}  // namespace
+
+std::unique_ptr<const Feature> ReadExtrude(const Fields& fields, const std::string& where) {
+  ExtrudeRecipe recipe;
+  recipe.sketch = ReadSketch(fields, where);
+  recipe.operation = ReadOperation(fields);
+  const Fields extent = fields.Object("extent");
+  recipe.mode = ReadMode(extent);
+  const bool measured = recipe.mode != ExtentMode::kThroughAll && recipe.mode != ExtentMode::kToNext;
+  if (measured) recipe.depth = extent.Number("depth");
+  if (recipe.mode == ExtentMode::kTwo) recipe.depth2 = extent.Number("depth2");
+  recipe.reverse = fields.Flag("reverse", false);
+  recipe.taper_deg = fields.Number("taper_deg", 0);
+  return std::make_unique<ExtrudeFeature>(std::move(recipe));
 }
 
 }  // namespace bench::kernel

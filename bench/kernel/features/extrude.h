@@ -1,12 +1,10 @@
 // The extrude feature: a section swept straight, joined to the body or cut from it.
 #pragma once
 
-#include "bench/kernel/named_shape.h"
-#include "bench/kernel/recipe.h"
+#include "bench/kernel/feature.h"
 
 namespace bench::kernel {
 
-// The body after the feature. Throws Refusal.
-NamedShape Extrude(const ExtrudeRecipe& recipe, const FeaturePlace& place, const NamedShape& body);
+std::unique_ptr<const Feature> ReadExtrude(const Fields& fields, const std::string& where);
 
 }  // namespace bench::kernel

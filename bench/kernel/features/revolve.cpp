@@ -15,10 +15,18 @@
 #include "bench/kernel/measures.h"
 #include "bench/kernel/refusal.h"
 #include "bench/kernel/section.h"
+#include "bench/kernel/stage.h"
 
 namespace bench::kernel {
 
 namespace {
+
+struct RevolveRecipe {
+  Sketch sketch;
+  Operation operation = Operation::kJoin;
+  double angle_deg = 0;
+  bool reverse = false;
+};
 
 constexpr double kLeastAngle = 1e-6;      // degrees
 constexpr double kAngleTolerance = 1e-9;  // degrees
@@ -84,9 +92,7 @@ NamedShape Turned(const Section& section, const gp_Ax1& axis, double angle_deg, 
   return shape;
 }
 
-}  // namespace
-
-NamedShape Revolve(const RevolveRecipe& recipe, const FeaturePlace& place, const NamedShape& body) {
+NamedShape Revolved(const RevolveRecipe& recipe, const FeaturePlace& place, const NamedShape& body) {
   if (!(recipe.angle_deg > kLeastAngle)) throw Refusal("The angle must be above 0.");
   if (!(recipe.angle_deg <= 360 + kAngleTolerance)) throw Refusal("The angle must not be above 360 degrees.");
   const Section section = BuildSection(recipe.sketch);
@@ -100,6 +106,35 @@ NamedShape Revolve(const RevolveRecipe& recipe, const FeaturePlace& place, const
   if (tool.IsEmpty() || !BRepCheck_Analyzer(tool.Compound()).IsValid() || !(VolumeOf(tool) > 0))
     throw Refusal("The revolved section makes no valid solid.");
   return Apply(recipe.operation, body, Unified(tool));
+}
+
+class RevolveFeature : public Feature {
+ public:
+  explicit RevolveFeature(RevolveRecipe recipe) : recipe_(std::move(recipe)) {}
+
+  void Build(const FeaturePlace& place, const Before&, Stage& stage) const override {
+    stage.body = Revolved(recipe_, place, stage.body);
+  }
+
+  std::unique_ptr<const Feature> Moved(const gp_Trsf& motion) const override {
+    RevolveRecipe moved = recipe_;
+    moved.sketch.plane.Transform(motion);
+    return std::make_unique<RevolveFeature>(std::move(moved));
+  }
+
+ private:
+  RevolveRecipe recipe_;
+};
+
+}  // namespace
+
+std::unique_ptr<const Feature> ReadRevolve(const Fields& fields, const std::string& where) {
+  RevolveRecipe recipe;
+  recipe.sketch = ReadSketch(fields, where);
+  recipe.operation = ReadOperation(fields);
+  recipe.angle_deg = fields.Number("angle_deg");
+  recipe.reverse = fields.Flag("reverse", false);
+  return std::make_unique<RevolveFeature>(std::move(recipe));
 }
 
 }  // namespace bench::kernel

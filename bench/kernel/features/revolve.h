@@ -1,12 +1,10 @@
 // The revolve feature: a section turned about the first centerline of its sketch.
 #pragma once
 
-#include "bench/kernel/named_shape.h"
-#include "bench/kernel/recipe.h"
+#include "bench/kernel/feature.h"
 
 namespace bench::kernel {
 
-// The body after the feature. Throws Refusal.
-NamedShape Revolve(const RevolveRecipe& recipe, const FeaturePlace& place, const NamedShape& body);
+std::unique_ptr<const Feature> ReadRevolve(const Fields& fields, const std::string& where);
 
 }  // namespace bench::kernel

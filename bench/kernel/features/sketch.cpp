@@ -5,21 +5,70 @@
 
 #include "bench/kernel/refusal.h"
 #include "bench/kernel/section.h"
+#include "bench/kernel/stage.h"
 
 namespace bench::kernel {
 
-SketchGeometry DrawSketch(const Sketch& sketch) {
+namespace {
+
+std::vector<SketchPoint> PointsOf(const Sketch& sketch) {
+  std::vector<SketchPoint> points;
+  for (const Entity& entity : sketch.entities) {
+    const auto* point = std::get_if<PointEntity>(&entity.geometry);
+    if (point && !entity.construction) points.push_back({entity.id, InSpace(point->at, sketch.plane)});
+  }
+  return points;
+}
+
+SketchGeometry Draw(const Sketch& sketch) {
   SketchGeometry drawn;
   for (const PlanarCurve& curve : BoundingCurves(sketch.entities)) {
     BRepBuilderAPI_MakeEdge maker(InSpace(curve.curve, sketch.plane), curve.first, curve.last);
     if (!maker.IsDone()) throw Refusal("Entity " + std::to_string(curve.entity) + " makes no edge.");
     drawn.curves.push_back({curve.entity, maker.Edge()});
   }
-  for (const Entity& entity : sketch.entities) {
-    const auto* point = std::get_if<PointEntity>(&entity.geometry);
-    if (point && !entity.construction) drawn.points.push_back({entity.id, InSpace(point->at, sketch.plane)});
-  }
+  drawn.points = PointsOf(sketch);
   return drawn;
+}
+
+class SketchFeature : public Feature {
+ public:
+  explicit SketchFeature(Sketch sketch) : sketch_(std::move(sketch)) {}
+
+  void Build(const FeaturePlace&, const Before&, Stage& stage) const override { stage.drawn = Draw(sketch_); }
+
+  std::unique_ptr<const Feature> Moved(const gp_Trsf& motion) const override {
+    Sketch moved = sketch_;
+    moved.plane.Transform(motion);
+    return std::make_unique<SketchFeature>(std::move(moved));
+  }
+
+  bool ShapesTheBody() const override { return false; }
+
+  const Sketch& sketch() const { return sketch_; }
+
+ private:
+  Sketch sketch_;
+};
+
+}  // namespace
+
+std::string SketchKey(int feature, const char* what, int entity) {
+  return std::to_string(feature) + ":" + what + ":" + std::to_string(entity);
+}
+
+gp_Pnt SketchPointNamed(const std::string& key, std::span<const Recipe> recipes) {
+  for (const Recipe& recipe : recipes) {
+    const auto* sketch = dynamic_cast<const SketchFeature*>(recipe.content.get());
+    if (!sketch) continue;
+    for (const SketchPoint& point : PointsOf(sketch->sketch()))
+      if (SketchKey(recipe.feature, "point", point.entity) == key) return point.at;
+  }
+  throw Refusal("There is no sketch point " + key + ".");
+}
+
+std::unique_ptr<const Feature> ReadSketchFeature(const Fields& fields, const std::string& where) {
+  return std::make_unique<SketchFeature>(ReadSketch(fields, where));
 }
 
 }  // namespace bench::kernel

@@ -3,9 +3,11 @@
 
 #include <TopoDS_Edge.hxx>
 #include <gp_Pnt.hxx>
+#include <span>
+#include <string>
 #include <vector>
 
-#include "bench/kernel/recipe.h"
+#include "bench/kernel/feature.h"
 
 namespace bench::kernel {
 
@@ -25,8 +27,13 @@ struct SketchGeometry {
   std::vector<SketchPoint> points;
 };
 
-// Throws Refusal for a degenerate entity. A sketch needs no closed loop, and may hold nothing but
-// construction.
-SketchGeometry DrawSketch(const Sketch& sketch);
+// The key of a sketch's point or curve: "41:point:3", "41:curve:3".
+std::string SketchKey(int feature, const char* what, int entity);
+
+// Where a point is that one of the recipes draws. Throws Refusal when none draws one of that key.
+gp_Pnt SketchPointNamed(const std::string& key, std::span<const Recipe> recipes);
+
+// A sketch needs no closed loop, and may hold nothing but construction; a degenerate entity is refused.
+std::unique_ptr<const Feature> ReadSketchFeature(const Fields& fields, const std::string& where);
 
 }  // namespace bench::kernel

@@ -1,13 +1,14 @@
-// The recipes of a part's features, read from a request. Values are checked for presence and type here;
-// whether they make geometry is for the features to say.
+// What the recipes of several kinds of features have in common, read from a request. Values are checked for
+// presence and type here; whether they make geometry is for the features to say.
 #pragma once
 
 #include <gp_Ax3.hxx>
 #include <gp_Pnt2d.hxx>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include "bench/kernel/json_fields.h"
 
 namespace bench::kernel {
 
@@ -38,11 +39,17 @@ struct SplineEntity {
   std::vector<gp_Pnt2d> points;
 };
 
+// Characters that fill the box between two corners.
+struct TextEntity {
+  gp_Pnt2d from, to;
+  std::string text, font;  // UTF-8; an empty font is the kernel's own
+};
+
 struct Entity {
   int id = 0;
   bool construction = false;
   std::variant<PointEntity, LineEntity, CenterlineEntity, ArcEntity, CircleEntity, EllipseEntity,
-               SplineEntity>
+               SplineEntity, TextEntity>
       geometry;
 };
 
@@ -55,32 +62,15 @@ struct Sketch {
 
 enum class Operation { kJoin, kCut };
 
-enum class ExtentMode { kBlind, kSymmetric, kTwo, kThroughAll, kToNext };
+// The plane of a recipe. Throws BadRequest, like the readers below.
+gp_Ax3 ReadPlane(const Fields& fields);
 
-struct ExtrudeRecipe {
-  Sketch sketch;
-  Operation operation = Operation::kJoin;
-  ExtentMode mode = ExtentMode::kBlind;
-  double depth = 0, depth2 = 0;
-  bool reverse = false;
-  double taper_deg = 0;
-};
+// The entities of a recipe; `where` names the recipe in a complaint.
+std::vector<Entity> ReadEntities(const Fields& fields, const std::string& where);
 
-struct RevolveRecipe {
-  Sketch sketch;
-  Operation operation = Operation::kJoin;
-  double angle_deg = 0;
-  bool reverse = false;
-};
+// The plane and entities of a recipe.
+Sketch ReadSketch(const Fields& fields, const std::string& where);
 
-struct Recipe {
-  int feature = 0;
-  std::variant<Sketch, ExtrudeRecipe, RevolveRecipe> content;
-  // The recipe's canonical text: equal texts are equal recipes.
-  std::string text;
-};
-
-// Reads a request's array of recipes. Throws BadRequest.
-std::vector<Recipe> ReadRecipes(const nlohmann::json& recipes);
+Operation ReadOperation(const Fields& fields);
 
 }  // namespace bench::kernel

@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "tests/kernel/recipes.h"
+
+namespace bench::kernel::testing {
+namespace {
+
+json Shift(double x, double y) {
+  return {1, 0, 0, x, 0, 1, 0, y, 0, 0, 1, 0};
+}
+
+// Right-handed about +Z.
+json Turn(double degrees) {
+  const double c = std::cos(degrees * kPi / 180), s = std::sin(degrees * kPi / 180);
+  return {c, -s, 0, 0, s, c, 0, 0, 0, 0, 1, 0};
+}
+
+json Pattern(int feature, const std::vector<int>& members, const std::vector<json>& motions) {
+  return {{"feature", feature}, {"kind", "pattern"}, {"members", members}, {"motions", motions}};
+}
+
+// 60 x 40 x 10 with a corner in the origin.
+json Plate() {
+  return Extrude(1, Front(), Rectangle(1, 0, 0, 60, 40));
+}
+
+json Boss(int feature, double x, double y) {
+  return Extrude(feature, FrontAt(10), {Circle(1, x, y, 2)}, {.depth = 5});
+}
+
+std::vector<double> Centers(const json& part, const std::string& prefix) {
+  std::vector<double> centers;
+  for (const json& face : part["faces"])
+    if (face["key"].get<std::string>().starts_with(prefix)) centers.push_back(face["origin"][0]);
+  return centers;
+}
+
+TEST(Pattern, MakesAGridOfHoles) {
+  const json hole = Extrude(2, FrontAt(10), {Circle(1, 10, 10, 2)}, {"cut", "through_all", 0, 0, true});
+  const json part = Built({Plate(), hole, Pattern(3, {2}, {Shift(20, 0), Shift(0, 20), Shift(20, 20)})});
+  // Four holes of radius 2 through 10.
+  ExpectClose(Volume(part), 60 * 40 * 10 - 4 * kPi * 4 * 10);
+  // A plate's six faces and a wall each; those of the copies belong to the pattern.
+  EXPECT_EQ(part["faces"].size(), 6u + 4);
+  for (const char* key : {"3:2/2:side:1", "3:3/2:side:1", "3:4/2:side:1"})
+    EXPECT_EQ(FaceNamed(part, key)["feature"], 3) << key;
+  EXPECT_EQ(Centers(part, "3:"), (std::vector<double>{30, 10, 30})) << "in the order of the motions";
+}
+
+TEST(Pattern, TurnsBossesAboutAnAxis) {
+  const json disc = Extrude(1, Front(), {Circle(1, 0, 0, 20)});
+  const json part = Built({disc, Boss(2, 15, 0), Pattern(3, {2}, {Turn(90), Turn(180), Turn(270)})});
+  ExpectClose(Volume(part), kPi * 400 * 10 + 4 * kPi * 4 * 5);
+  const json opposite = FaceNamed(part, "3:3/2:end");
+  ExpectClose(opposite["low"], {-17, -2, 15});
+  ExpectClose(opposite["high"], {-13, 2, 15});
+}
+
+TEST(Pattern, RepeatsAllMembersInTheirOrderWithWhatStandsOnThem) {
+  // A boss with a bore of radius 1 through it and the plate.
+  const json bore = Extrude(3, FrontAt(15), {Circle(1, 10, 10, 1)}, {"cut", "through_all", 0, 0, true});
+  const json part = Built({Plate(), Boss(2, 10, 10), bore, Pattern(4, {2, 3}, {Shift(20, 0)})});
+  ExpectClose(Volume(part), 60 * 40 * 10 + 2 * (kPi * 4 * 5 - kPi * 15));
+  EXPECT_EQ(FaceNamed(part, "4:2/3:side:1")["feature"], 4);
+
+  // What a sketch draws is drawn again under the pattern's numbers.
+  const json drawn = Built({Plate(), SketchRecipe(2, Front(), {Line(7, 0, 0, 3, 0)}),
+                            Pattern(3, {2}, {Shift(20, 0), Shift(40, 0)})});
+  EXPECT_EQ(Keys(drawn["curves"]), (std::vector<std::string>{"2:curve:7", "3:curve:1", "3:curve:2"}));
+  ExpectClose(Named(drawn["curves"], "3:curve:2")["from"], {40, 0, 0});
+}
+
+json Round(int feature, const std::string& edge, double radius) {
+  return {{"feature", feature},
+          {"kind", "round"},
+          {"edges", std::vector<std::string>{edge}},
+          {"radius", radius},
+          {"runs_on", true}};
+}
+
+TEST(Pattern, TakesRoundsOfItsMembersAlong) {
+  // A post 8 x 8 x 6 with a round of 2 on an upright edge, and one of 0.5 where that meets the post's top.
+  const Recipes one = {Plate(), Extrude(2, FrontAt(10), Rectangle(1, 5, 5, 8, 8), {.depth = 6}),
+                       Round(3, "2:side:2|2:side:3", 2), Round(4, "2:end|3:round:(2:side:2|2:side:3)", 0.5)};
+  // Each copy adds what the first post has added to the plate.
+  const double volume = Volume(Built(one));
+  EXPECT_LT(volume, 60 * 40 * 10 + (8 * 8 - (1 - kPi / 4) * 4) * 6);
+  Recipes recipes = one;
+  recipes.push_back(Pattern(5, {2, 3, 4}, {Shift(20, 0), Shift(0, 20)}));
+  const json part = Built(recipes);
+  ExpectClose(Volume(part), volume + 2 * (volume - 60 * 40 * 10));
+  EXPECT_EQ(FaceNamed(part, "5:2/3:round:(5:2/2:side:2|5:2/2:side:3)")["feature"], 5);
+}
+
+TEST(Pattern, CopiesMayOverlapAndGrowTogether) {
+  // Blocks of 10 every 5: 25 long in all, one bar.
+  const json block = Extrude(1, Front(), Rectangle(1, 0, 0, 10, 10));
+  const json part = Built({block, Pattern(2, {1}, {Shift(5, 0), Shift(10, 0), Shift(15, 0)})});
+  ExpectClose(Volume(part), 25 * 10 * 10);
+  EXPECT_EQ(part["faces"].size(), 6u);
+  // One that fills a gap flush has no face of its own, and is there all the same.
+  const json slab = Extrude(2, Front(), Rectangle(1, 20, 0, 10, 10));
+  const json bridged = Built({block, slab, Pattern(3, {1}, {Shift(10, 0)})});
+  ExpectClose(Volume(bridged), 30 * 10 * 10);
+}
+
+TEST(Pattern, IsRefusedWithTheReason) {
+  const json boss = Boss(2, 10, 10);
+  const json mirror = {{"feature", 2},           {"kind", "mirror"},        {"plane", Front()},
+                       {"faces", json::array()}, {"quilts", json::array()}, {"curves", json::array()},
+                       {"points", json::array()}};
+  const std::pair<Recipes, std::string> cases[] = {
+      {{Plate(), boss, Pattern(3, {2}, {Shift(0, 0)})}, "adds and removes nothing"},
+      {{Plate(), Boss(3, 50, 10), boss, Pattern(4, {2}, {Shift(20, 0), Shift(40, 0)})},
+       "4:3/2 adds and removes nothing"},
+      {{Plate(), Extrude(2, Front(), {Circle(1, 50, 10, 2)}, {.operation = "cut"}),
+        Pattern(3, {2}, {Shift(40, 0)})},
+       "3:2/2 can't be made: The cut removes nothing"},
+      {{Plate(), Pattern(3, {2}, {Shift(20, 0)})}, "Feature 2 has no geometry"},
+      {{Plate(), mirror, Pattern(3, {2}, {Shift(20, 0)})}, "Feature 2 is of a kind that can't be repeated"},
+  };
+  for (const auto& [recipes, reason] : cases)
+    EXPECT_NE(Reason(recipes).find(reason), std::string::npos) << Reason(recipes) << " / " << reason;
+}
+
+}  // namespace
+}  // namespace bench::kernel::testing

@@ -1,0 +1,158 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "tests/kernel/recipes.h"
+
+namespace bench::kernel::testing {
+namespace {
+
+json Shell(int feature, double thickness, const std::vector<std::string>& removed = {}) {
+  return {{"feature", feature}, {"kind", "shell"}, {"thickness", thickness}, {"removed", removed}};
+}
+
+// A block of 40 × 30 × 20 on FRONT.
+json Block(int feature = 1) {
+  return Extrude(feature, Front(), Rectangle(1, 0, 0, 40, 30), {.depth = 20});
+}
+
+TEST(Shell, LeavesWallsOfOneThickness) {
+  const Entities step = Polygon(1, {{0, 0}, {40, 0}, {40, 10}, {15, 10}, {15, 30}, {0, 30}});
+  const Entities plate_with_hole = Together(Rectangle(1, 0, 0, 40, 30), Circle(5, 20, 15, 5));
+  struct Case {
+    const char* what;
+    json solid;
+    std::vector<std::string> removed;
+    double volume;
+    std::size_t faces;
+  };
+  const Case cases[] = {
+      // 24000 less the inner block, 36 × 26 × 16.
+      {"closed", Block(), {}, 24000 - 36 * 26 * 16, 12},
+      // The inner block reaches through the top: 18 high.
+      {"open at the top", Block(), {"1:end"}, 24000 - 36 * 26 * 18, 11},
+      {"a pipe", Block(), {"1:start", "1:end"}, 24000 - 36 * 26 * 20, 10},
+      {"open at a corner", Block(), {"1:end", "1:side:1", "1:side:2"}, 24000 - 38 * 28 * 18, 9},
+      // The inner step: 36 × 6 and above it 11 × 20, at 2 from all sides.
+      {"a step",
+       Extrude(1, Front(), step, {.depth = 20}),
+       {"1:end"},
+       (400 + 300) * 20 - (216 + 220) * 18,
+       15},
+      // Around the hole of radius 5 stands a wall of radius 7.
+      {"a tube inside",
+       Extrude(1, Front(), plate_with_hole, {.depth = 20}),
+       {"1:end"},
+       (1200 - 25 * kPi) * 20 - (36 * 26 - 49 * kPi) * 18,
+       14},
+      {"a cup",
+       Extrude(1, Front(), {Circle(1, 0, 0, 10)}, {.depth = 20}),
+       {"1:end"},
+       100 * kPi * 20 - 64 * kPi * 18,
+       5},
+      {"a ball",
+       Revolve(1, Front(),
+               Together(Entities{Arc(1, 0, 0, 10, -kPi / 2, kPi / 2)}, Line(2, 0, 10, 0, -10),
+                        Centerline(3, 0, 0, 0, 1)),
+               360),
+       {},
+       4.0 / 3 * kPi * (1000 - 512),
+       2},
+      // A cone's wall leans by 45 degrees: inside, the axis starts 2 above the floor and ends 2√2 below the
+      // tip.
+      {"a cone",
+       Revolve(1, Front(), Together(Polygon(1, {{0, 0}, {10, 0}, {0, 10}}), Centerline(9, 0, 0, 0, 1)), 360),
+       {},
+       kPi / 3 * (1000 - std::pow(8 - 2 * std::sqrt(2), 3)),
+       4},
+  };
+  for (const Case& one : cases) {
+    const json part = Built({one.solid, Shell(2, 2, one.removed)});
+    ExpectClose(Volume(part), one.volume, one.what);
+    EXPECT_EQ(part["faces"].size(), one.faces) << one.what;
+    EXPECT_EQ(part["bodies"], 1) << one.what;
+  }
+}
+
+TEST(Shell, ClosedOneHasItsVoidTurnedIntoTheMaterial) {
+  const json part = Built({Block(), Shell(2, 2)});
+  // Out of the material is down into the void, from its ceiling at 18.
+  const json ceiling = FaceNamed(part, "2:inner:1:end");
+  ExpectClose(ceiling["normal"], {0, 0, -1});
+  ExpectClose(Box(ceiling), {2, 2, 18, 38, 28, 18});
+  ExpectClose(Box(part["outline"]), {0, 0, 0, 40, 30, 20});
+  // Outside 2 · (1200 + 800 + 600), inside 2 · (936 + 576 + 416).
+  ExpectClose(part["mass"]["area"].get<double>(), 5200 + 3856);
+  ExpectClose(part["mass"]["center"], {20, 15, 10});
+}
+
+TEST(Shell, NamesInnerFacesAfterOuterOnesAndTheRimAsItWas) {
+  const json part = Built({Block(), Shell(2, 2, {"1:end"})});
+  EXPECT_EQ(Keys(part["faces"]),
+            (std::vector<std::string>{"1:start", "1:end", "1:side:1", "1:side:2", "1:side:3", "1:side:4",
+                                      "2:inner:1:start", "2:inner:1:side:1", "2:inner:1:side:2",
+                                      "2:inner:1:side:3", "2:inner:1:side:4"}));
+  ExpectClose(FaceNamed(part, "1:end")["area"].get<double>(), 1200 - 36 * 26);
+}
+
+TEST(Shell, HollowsEachOfSeveralSolids) {
+  // A second block of 10 × 10 × 10 beside the first stays closed when only the first is opened.
+  const json beside = Extrude(2, Front(), Rectangle(1, 100, 0, 10, 10), {.depth = 10});
+  const json part = Built({Block(), beside, Shell(3, 2, {"1:end"})});
+  ExpectClose(Volume(part), 24000 - 36 * 26 * 18 + 1000 - 6 * 6 * 6);
+  EXPECT_EQ(part["bodies"], 2);
+
+  // Where a face lies in parts, their inner faces are told apart.
+  const json slot = Extrude(2, FrontAt(20), Rectangle(1, 18, 0, 4, 30), {"cut", "blind", 5, 0, true});
+  const auto keys = Keys(Built({Block(), slot, Shell(3, 1)})["faces"]);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "3:inner:1:end"), 1);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "3:inner:1:end.2"), 1);
+}
+
+TEST(Shell, IsRefusedWithTheReason) {
+  const std::vector<std::string> all = {"1:start", "1:end", "1:side:1", "1:side:2", "1:side:3", "1:side:4"};
+  const std::string does_not_fit = "The thickness doesn't fit into the body.";
+  // Two blocks of 20, joined by a neck that is 6 wide.
+  const Entities neck = Polygon(1, {{0, 0},
+                                    {20, 0},
+                                    {20, 7},
+                                    {40, 7},
+                                    {40, 0},
+                                    {60, 0},
+                                    {60, 20},
+                                    {40, 20},
+                                    {40, 13},
+                                    {20, 13},
+                                    {20, 20},
+                                    {0, 20}});
+  const json dumbbell = Extrude(1, Front(), neck, {.depth = 20});
+  struct Case {
+    std::string reason;
+    json solid;
+    double thickness;
+    std::vector<std::string> removed;
+  };
+  const Case cases[] = {
+      {"The thickness must be above 0.", Block(), 0, {}},
+      // The block is 20 high: 10 leaves nothing, 12 turns the inner block over in one direction, 25 in all.
+      {does_not_fit, Block(), 10, {}},
+      {does_not_fit, Block(), 12, {}},
+      {does_not_fit, Block(), 25, {}},
+      {does_not_fit, Block(), 20, {"1:end"}},
+      {does_not_fit, Block(), 15, {"1:end"}},
+      {does_not_fit, dumbbell, 4, {"1:end"}},
+      {does_not_fit, Extrude(1, Front(), {Circle(1, 0, 0, 5)}, {.depth = 20}), 6, {"1:end"}},
+      {"A shell can't remove all faces of a solid.", Block(), 2, all},
+      {"The body has no face 1:side:9.", Block(), 2, {"1:side:9"}},
+  };
+  for (const Case& one : cases)
+    EXPECT_EQ(Reason({one.solid, Shell(2, one.thickness, one.removed)}), one.reason) << one.thickness;
+  ExpectClose(Volume(Built({dumbbell, Shell(2, 2, {"1:end"})})),
+              (800 + 120) * 20.0 - (2 * 16 * 16 + 24 * 2) * 18);
+  EXPECT_EQ(Reason({SketchRecipe(1, Front(), {Circle(1, 0, 0, 5)}), Shell(2, 2)}),
+            "There is no body to shell.");
+}
+
+}  // namespace
+}  // namespace bench::kernel::testing
