@@ -17,6 +17,7 @@ void Host::Reset() {
   session.Clear();
   ui.Clear();
   announcements.Clear();
+  macros.clear();
 }
 
 Host& TheHost() {

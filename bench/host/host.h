@@ -1,6 +1,7 @@
 // The host as one object: what the toolkit calls work on.
 #pragma once
 
+#include <deque>
 #include <string>
 #include <thread>
 
@@ -24,6 +25,7 @@ struct Host {
   UserInterface ui;
   Announcements announcements;
   KernelClient kernel;
+  std::deque<std::string> macros;  // commands that a macro has queued
 
   // An empty session with nothing given out, nothing scripted and nothing recorded; the thread that calls it
   // is the main one from now on. The working directory and the kernel stay as they are.

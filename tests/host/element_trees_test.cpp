@@ -1,11 +1,13 @@
 #include <ProArray.h>
 #include <ProElement.h>
+#include <ProFeature.h>
 #include <ProReference.h>
 #include <ProSelection.h>
 #include <gmock/gmock.h>
 
 #include <limits>
 
+#include "bench/host/calls/element_handles.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
@@ -81,6 +83,48 @@ TEST_F(ElementTreesTest, TakeOnlyFiniteValuesOfTheirKind) {
     EXPECT_EQ(ProElementFree(element), yes);
 }
 
+TEST_F(ElementTreesTest, GiveTheirValuesBack) {
+  ProElement integer = Allocate(387), number = Allocate(434), matrix = Allocate(4309);
+  int whole = 0;
+  double value = 0;
+  EXPECT_EQ(ProElementIntegerGet(integer, &whole), PRO_TK_E_NOT_FOUND) << "nothing set yet";
+  EXPECT_EQ(ProElementIntegerSet(integer, 917), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementIntegerGet(integer, &whole), PRO_TK_NO_ERROR);
+  EXPECT_EQ(whole, 917);
+  EXPECT_EQ(ProElementDoubleGet(integer, &value), PRO_TK_INVALID_TYPE);
+  EXPECT_EQ(ProElementDoubleSet(number, 1.5), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementDoubleGet(number, &value), PRO_TK_NO_ERROR);
+  EXPECT_EQ(value, 1.5);
+  ProMatrix turn{{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {1, 2, 3, 1}};
+  EXPECT_EQ(ProFeatureD3elemMatrixSet(number, turn), PRO_TK_INVALID_TYPE);
+  EXPECT_EQ(ProFeatureD3elemMatrixSet(matrix, turn), PRO_TK_NO_ERROR);
+  EXPECT_EQ(std::get<Matrix>(UseElement(matrix)->node->value)[3][1], 2);
+  turn[2][2] = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(ProFeatureD3elemMatrixSet(matrix, turn), PRO_TK_BAD_INPUTS);
+  for (ProElement* element : {&integer, &number, &matrix})
+    EXPECT_EQ(ProElementFree(element), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ElementTreesTest, LetElementsGoToTheirCallers) {
+  Tree tree;
+  const ProElement depth = tree.Compound(tree.Root(), 515);
+  tree.Integer(tree.Compound(depth, 428), 430, 4096);
+  ProElempathItem items[2] = {{PRO_ELEM_PATH_ITEM_ID, {515}}, {PRO_ELEM_PATH_ITEM_ID, {428}}};
+  ProElempath path = nullptr;
+  ProElement removed = nullptr;
+  ASSERT_EQ(ProElempathAlloc(&path), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProElempathDataSet(path, items, 2), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElemtreeElementRemove(tree.Root(), nullptr, &removed), PRO_TK_BAD_INPUTS) << "the root";
+  EXPECT_EQ(ProElemtreeElementRemove(tree.Root(), path, &removed), PRO_TK_NO_ERROR);
+  EXPECT_THAT(ChildrenOf(depth), ElementsAre());
+  EXPECT_THAT(ChildrenOf(removed), ElementsAre(430));
+  EXPECT_EQ(host().ledger.Outstanding().at(HandleKind::kElement), 3) << "the tree's two roots and this";
+  ProElement again = nullptr;
+  EXPECT_EQ(ProElemtreeElementRemove(tree.Root(), path, &again), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProElementFree(&removed), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElempathFree(&path), PRO_TK_NO_ERROR);
+}
+
 TEST_F(ElementTreesTest, RefuseWhatIsNoTree) {
   Tree tree;
   const ProElement section = tree.Compound(tree.Root(), 447);
@@ -133,6 +177,48 @@ TEST_F(ReferencesTest, SelectionsNameOnlyWhatIsThere) {
   for (ProModelitem item : {gone, of_nobody, wrong_type})
     EXPECT_EQ(ProSelectionAlloc(nullptr, &item, &selection), PRO_TK_E_NOT_FOUND);
   EXPECT_EQ(selection, nullptr);
+}
+
+TEST_F(ReferencesTest, LeadBackToWhatTheyReferTo) {
+  ProElement element = nullptr;
+  ProReference set = nullptr, got = nullptr;
+  ProSelection selection = nullptr;
+  ProModelitem item{};
+  ASSERT_EQ(ProElementAlloc(451, &element), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProReferenceAlloc(&set), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementReferenceGet(element, nullptr, &got), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProReferenceToSelection(set, &selection), PRO_TK_BAD_INPUTS) << "refers to nothing yet";
+  ASSERT_EQ(ProReferenceSet(set, nullptr, &plane_), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProElementReferenceSet(element, set), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProReferenceFree(set), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementReferenceGet(element, nullptr, &got), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProReferenceToSelection(got, &selection), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProSelectionModelitemGet(selection, &item), PRO_TK_NO_ERROR);
+  EXPECT_EQ(item.id, plane_.id);
+  EXPECT_EQ(item.owner, plane_.owner);
+  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+  part_->features.erase(part_->features.begin());
+  EXPECT_EQ(ProReferenceToSelection(got, &selection), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProReferenceFree(got), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementFree(&element), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ReferencesTest, TellWhichFeaturesFailed) {
+  Feature& failed = *part_->features[1];
+  Feature& after = *part_->features[2];
+  after.parents = {failed.id};
+  ProFeature first{PRO_FEATURE, failed.id, part_}, second{PRO_FEATURE, after.id, part_};
+  const auto flags = [](ProFeature feature) {
+    int bits = -1;
+    EXPECT_EQ(ProFeatureStatusflagsGet(&feature, &bits), PRO_TK_NO_ERROR);
+    return bits;
+  };
+  EXPECT_EQ(flags(first), 0);
+  failed.status = PRO_FEAT_UNREGENERATED;
+  EXPECT_EQ(flags(first), 64);
+  EXPECT_EQ(flags(second), 0) << "stands without its parent";
+  after.status = PRO_FEAT_UNREGENERATED;
+  EXPECT_EQ(flags(second), 128);
 }
 
 TEST_F(ReferencesTest, SelectionOfWhatWentAwayGivesNoReference) {

@@ -149,7 +149,7 @@ TEST_F(ExtrudeTest, OnlyACompleteSketchGivesASection) {
 TEST_F(ExtrudeTest, FailedFeatureIsKeptWhenAskedForAndOnlyMendedByARedefinition) {
   Tree tree;
   FillExtrudeTree(tree, {});
-  const Creation kept = CreateFromSketch(*part_, tree.Root(), OpenLine(), 6);
+  const Creation kept = CreateFromSketch(*part_, tree.Root(), OpenLine(), 0);
   EXPECT_EQ(kept.status, PRO_TK_NO_ERROR);
   EXPECT_GT(kept.errors, 0);
   EXPECT_EQ(part_->FindFeature(kept.feature.id)->status, PRO_FEAT_UNREGENERATED);

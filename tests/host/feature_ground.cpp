@@ -45,8 +45,8 @@ int Add(ProSection section, Record record) {
 
 }  // namespace
 
-Tree::Tree(int left_out) : left_out_(left_out) {
-  EXPECT_EQ(ProElementAlloc(386, &root_), PRO_TK_NO_ERROR);
+Tree::Tree(int left_out, int root) : left_out_(left_out) {
+  EXPECT_EQ(ProElementAlloc(root, &root_), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProElementAlloc(386, &aside_), PRO_TK_NO_ERROR);
 }
 
@@ -89,6 +89,20 @@ void Tree::Reference(ProElement parent, int id, ProModelitem item) {
   Hang(parent, id, [reference](ProElement element) { return ProElementReferenceSet(element, reference); });
   EXPECT_EQ(ProReferenceFree(reference), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+}
+
+void Tree::References(ProElement parent, int id, const std::vector<ProModelitem>& items) {
+  ProArray array = nullptr;
+  EXPECT_EQ(ProArrayAlloc(static_cast<int>(items.size()), sizeof(ProReference), 1, &array), PRO_TK_NO_ERROR);
+  auto* references = static_cast<ProReference*>(array);
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    ProModelitem item = items[i];
+    EXPECT_EQ(ProReferenceAlloc(&references[i]), PRO_TK_NO_ERROR);
+    EXPECT_EQ(ProReferenceSet(references[i], nullptr, &item), PRO_TK_NO_ERROR);
+  }
+  Hang(parent, id, [&](ProElement element) { return ProElementReferencesSet(element, references); });
+  for (std::size_t i = 0; i < items.size(); ++i) EXPECT_EQ(ProReferenceFree(references[i]), PRO_TK_NO_ERROR);
+  Free(references);
 }
 
 void FeatureTest::SetUp() {

@@ -18,7 +18,7 @@ namespace bench::support {
 // A tree that a test owns. What is hung into it under the id that is left out isn't there.
 class Tree {
  public:
-  explicit Tree(int left_out = 0);
+  explicit Tree(int left_out = 0, int root = 386);
   Tree(const Tree&) = delete;
   Tree& operator=(const Tree&) = delete;
   ~Tree();
@@ -29,6 +29,7 @@ class Tree {
   void Double(ProElement parent, int id, double value);
   void Text(ProElement parent, int id, std::wstring value);
   void Reference(ProElement parent, int id, ProModelitem item);
+  void References(ProElement parent, int id, const std::vector<ProModelitem>& items);
 
  private:
   ProElement Hang(ProElement parent, int id, const std::function<ProError(ProElement)>& set_value);

@@ -1,6 +1,7 @@
 #include <ProModelitem.h>
 #include <gmock/gmock.h>
 
+#include "bench/host/calls/element_handles.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
@@ -55,6 +56,29 @@ TEST_F(SketchFeatureTest, RedefinitionCompletesItWithCurvesAndDatumPoints) {
   EXPECT_EQ(ItemsOf(sketch, PRO_POINT), 1);
   EXPECT_EQ(ItemsOf(sketch, PRO_CURVE), 2);
   EXPECT_FALSE(part_->topology.mass);
+}
+
+TEST_F(SketchFeatureTest, TakesTheSectionOfAnotherTree) {
+  ProFeature drawn =
+      Sketch(*part_, L"DRAWN", L"FRONT", [](ProSection section) { support::AddLine(section, 0, 0, 10, 0); });
+  ProFeature empty = Incomplete(L"EMPTY", L"TOP").feature;
+  ProElement from = nullptr, to = nullptr;
+  ProBoolean incomplete = PRO_B_FALSE;
+  ASSERT_EQ(ProFeatureElemtreeExtract(&drawn, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &from), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProFeatureElemtreeExtract(&empty, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &to), PRO_TK_NO_ERROR);
+  const ProElement sketcher = HandleInTree(*UseElement(to)->node->Child(447)->Child(458));
+  ProSection own = nullptr;
+  ASSERT_EQ(ProSection2DAlloc(&own), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementSpecialvalueSet(sketcher, own), PRO_TK_INVALID_PTR) << "no section of a tree";
+  EXPECT_EQ(ProElementSpecialvalueSet(sketcher, support::SectionIn(from)), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProFeatureElemtreeFree(&drawn, from), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProFeatureIsIncomplete(&empty, &incomplete), PRO_TK_NO_ERROR);
+  EXPECT_EQ(incomplete, PRO_B_TRUE);
+  EXPECT_EQ(Redefine(empty, to).status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProFeatureIsIncomplete(&empty, &incomplete), PRO_TK_NO_ERROR);
+  EXPECT_EQ(incomplete, PRO_B_FALSE);
+  EXPECT_EQ(ItemsOf(empty, PRO_CURVE), 1);
+  EXPECT_EQ(ProFeatureElemtreeFree(&empty, to), PRO_TK_NO_ERROR);
 }
 
 TEST_F(SketchFeatureTest, EmptyAndDegenerateSectionsAreRefusedAndChangeNothing) {

@@ -68,6 +68,12 @@ ProArray NewArray(const void* objects, int count, int object_size, int reallocat
   return array;
 }
 
+bool FreeArray(ProArray array) {
+  if (!TheHost().ledger.TakeBack(array, HandleKind::kArray, CurrentCall())) return false;
+  std::free(HeaderOf(array));
+  return true;
+}
+
 std::optional<int> ArrayCount(const void* array, int object_size) {
   if (!array || !IsLive(array)) return std::nullopt;
   const Header& header = *HeaderOf(const_cast<void*>(array));
@@ -91,8 +97,7 @@ ProError ProArrayAlloc(int count, int object_size, int reallocation_size, ProArr
 ProError ProArrayFree(ProArray* array) {
   HOST_CALL_THAT_NEVER_FAILS(array ? *array : nullptr) {
     if (!array || !*array) return PRO_TK_BAD_INPUTS;
-    if (!TheHost().ledger.TakeBack(*array, HandleKind::kArray, CurrentCall())) return PRO_TK_INVALID_PTR;
-    std::free(HeaderOf(*array));
+    if (!FreeArray(*array)) return PRO_TK_INVALID_PTR;
     *array = nullptr;
     return PRO_TK_NO_ERROR;
   };

@@ -17,6 +17,9 @@ Object* NewArray(const std::vector<Object>& objects) {
   return static_cast<Object*>(NewArray(objects.data(), static_cast<int>(objects.size()), sizeof(Object)));
 }
 
+// Ends an array as ProArrayFree does. False, and a violation, when it is no live one.
+bool FreeArray(ProArray array);
+
 // The objects of an array that a caller handed over; nothing when it is null, no live array (a violation), or
 // holds objects of another size.
 std::optional<int> ArrayCount(const void* array, int object_size);

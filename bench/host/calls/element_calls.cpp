@@ -1,10 +1,13 @@
 // Elements one by one: their life and their values.
 #include <ProElement.h>
+#include <ProFeature.h>
 
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "bench/host/calls/array.h"
+#include "bench/host/calls/collection_handles.h"
 #include "bench/host/calls/element_handles.h"
 #include "bench/host/calls/reference.h"
 #include "bench/host/calls/section.h"
@@ -24,6 +27,26 @@ ProError SetValue(ProElement element, ElementKind kind, ElementNode::Value value
   if (!open->node->children.empty()) return PRO_TK_INVALID_TYPE;
   if (const auto known = KindOfElement(open->node->id); known && *known != kind) return PRO_TK_INVALID_TYPE;
   open->node->value = std::move(value);
+  return PRO_TK_NO_ERROR;
+}
+
+// What an element holds of that type: -4 when it holds nothing, -18 when it holds something else.
+template <typename Value>
+ProError GetValue(ProElement element, const Value*& value) {
+  if (!element) return PRO_TK_BAD_INPUTS;
+  const OpenElement* open = UseElement(element);
+  if (!open) return PRO_TK_INVALID_PTR;
+  if (std::holds_alternative<std::monostate>(open->node->value)) return PRO_TK_E_NOT_FOUND;
+  value = std::get_if<Value>(&open->node->value);
+  return value ? PRO_TK_NO_ERROR : PRO_TK_INVALID_TYPE;
+}
+
+template <typename Value>
+ProError CopyValue(ProElement element, Value* out) {
+  const Value* value = nullptr;
+  if (!out) return PRO_TK_BAD_INPUTS;
+  if (const ProError status = GetValue(element, value)) return status;
+  *out = *value;
   return PRO_TK_NO_ERROR;
 }
 
@@ -123,7 +146,75 @@ ProError ProElementReferencesSet(ProElement element, ProReference* references) {
     if (!all || all->empty()) return PRO_TK_BAD_INPUTS;
     std::vector<ItemReference> items;
     if (const ProError status = ReadReferences(*all, items); status != PRO_TK_NO_ERROR) return status;
-    return SetValue(element, ElementKind::kReference, std::move(items));
+    // An element that takes a single one is filled this way too; how many there are is for its tree's check.
+    const ProError status = SetValue(element, ElementKind::kReferences, items);
+    return status == PRO_TK_INVALID_TYPE ? SetValue(element, ElementKind::kReference, std::move(items))
+                                         : status;
+  };
+}
+
+ProError ProElementCollectionSet(ProElement element, ProCollection collection) {
+  HOST_CALL(element, collection) {
+    if (!collection) return PRO_TK_BAD_INPUTS;
+    const OpenCollection* open = UseCollection(collection);
+    if (!open) return PRO_TK_INVALID_PTR;
+    if (open->of_tree) return PRO_TK_E_FOUND;
+    const ProError status = SetValue(element, ElementKind::kCollection, ContentOf(*open));
+    if (status == PRO_TK_NO_ERROR) GiveToTree(collection);
+    return status;
+  };
+}
+
+ProError ProFeatureD3elemMatrixSet(ProElement element, ProMatrix matrix) {
+  HOST_CALL(element, matrix) {
+    if (!matrix) return PRO_TK_BAD_INPUTS;
+    Matrix value{};
+    for (std::size_t row = 0; row < value.size(); ++row)
+      for (std::size_t column = 0; column < value.size(); ++column) {
+        if (!std::isfinite(matrix[row][column])) return PRO_TK_BAD_INPUTS;
+        value[row][column] = matrix[row][column];
+      }
+    return SetValue(element, ElementKind::kMatrix, value);
+  };
+}
+
+ProError ProElementIntegerGet(ProElement element, int* value) {
+  HOST_CALL(element) {
+    return CopyValue(element, value);
+  };
+}
+
+ProError ProElementDoubleGet(ProElement element, double* value) {
+  HOST_CALL(element) {
+    return CopyValue(element, value);
+  };
+}
+
+ProError ProElementReferenceGet(ProElement element, void* options, ProReference* reference) {
+  HOST_CALL(element, options) {
+    const std::vector<ItemReference>* items = nullptr;
+    if (!reference) return PRO_TK_BAD_INPUTS;
+    if (const ProError status = GetValue(element, items)) return status;
+    if (items->size() != 1) return PRO_TK_INVALID_TYPE;
+    const ProModelitem item{items->front().type, items->front().id, items->front().owner};
+    if (!ItemExists(item)) return PRO_TK_E_NOT_FOUND;
+    *reference = NewReference(item);
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProElementSpecialvalueSet(ProElement element, ProAppData value) {
+  HOST_CALL(element, value) {
+    if (!value) return PRO_TK_BAD_INPUTS;
+    const auto section = SectionOfTree(static_cast<ProSection>(value));
+    if (!section) return PRO_TK_INVALID_PTR;
+    const ProError status = SetValue(element, ElementKind::kSection, section);
+    if (status != PRO_TK_NO_ERROR) return status;
+    // A handle on the section that was there before ends with it.
+    OpenElement* open = UseElement(element);
+    if (open->section && SectionOfTree(open->section) != section)
+      ForgetSectionOfTree(std::exchange(open->section, nullptr));
+    return PRO_TK_NO_ERROR;
   };
 }
 

@@ -1,5 +1,6 @@
 #include "bench/host/calls/element_handles.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 
@@ -76,6 +77,15 @@ ProElement HandleInTree(ElementNode& node) {
 void HangUnder(OpenElement& parent, ProElement child) {
   parent.node->children.push_back(std::move(Elements().Find(child)->owned));
   TheHost().ledger.PassOn(child, HandleKind::kElement, CurrentCall());
+}
+
+ProElement TakeOut(ElementNode& parent, const ElementNode& child) {
+  const auto place = std::ranges::find(parent.children, &child, [](const auto& each) { return each.get(); });
+  const ProElement handle = HandleInTree(**place);
+  Elements().Find(handle)->owned = std::move(*place);
+  parent.children.erase(place);
+  TheHost().ledger.Give(handle, HandleKind::kElement, CurrentCall());
+  return handle;
 }
 
 void EndTree(ProElement root) {

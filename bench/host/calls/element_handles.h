@@ -32,6 +32,10 @@ ProElement HandleInTree(ElementNode& node);
 // Hangs a root under another element; it belongs to that tree from now on. Both are live, `child` is a root.
 void HangUnder(OpenElement& parent, ProElement child);
 
+// Takes a child out from under its parent. It becomes a root of the caller's, in the ledger in the name of
+// the call that is being made; handles into it stay good.
+ProElement TakeOut(ElementNode& parent, const ElementNode& child);
+
 // Ends a root and every handle into its tree, the handles on its sections too. The ledger is the caller's
 // matter.
 void EndTree(ProElement root);

@@ -46,6 +46,15 @@ Walk Follow(ProElement tree, ProElempath path) {
   return {PRO_TK_NO_ERROR, UseElement(HandleInTree(*node))};
 }
 
+// The node above one that stands somewhere in the tree.
+ElementNode* ParentIn(ElementNode& tree, const ElementNode* wanted) {
+  for (const auto& child : tree.children) {
+    if (child.get() == wanted) return &tree;
+    if (ElementNode* parent = ParentIn(*child, wanted)) return parent;
+  }
+  return nullptr;
+}
+
 bool Contains(const ElementNode& tree, const ElementNode* wanted) {
   if (&tree == wanted) return true;
   for (const auto& child : tree.children)
@@ -86,6 +95,18 @@ ProError ProElemtreeElementGet(ProElement tree, ProElempath path, ProElement* el
     const Walk walk = Follow(tree, path);
     if (walk.status == PRO_TK_NO_ERROR) *element = HandleInTree(*walk.element->node);
     return walk.status;
+  };
+}
+
+ProError ProElemtreeElementRemove(ProElement tree, ProElempath path, ProElement* element) {
+  HOST_CALL(tree, path) {
+    if (!path || !element) return PRO_TK_BAD_INPUTS;
+    const Walk walk = Follow(tree, path);
+    if (walk.status != PRO_TK_NO_ERROR) return walk.status;
+    ElementNode* parent = ParentIn(*UseElement(tree)->node, walk.element->node);
+    if (!parent) return PRO_TK_BAD_INPUTS;
+    *element = TakeOut(*parent, *walk.element->node);
+    return PRO_TK_NO_ERROR;
   };
 }
 

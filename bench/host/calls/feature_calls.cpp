@@ -24,7 +24,7 @@ std::optional<std::set<int>> ReadOptions(const ProFeatureCreateOptions* array) {
   if (!options) return std::nullopt;
   std::set<int> read;
   for (const int option : *options) {
-    if (option != 0 && option != 1 && option != kIncompleteFeature && option != kStaysThoughItFailed)
+    if (option != kStaysThoughItFailed && option != 1 && option != kIncompleteFeature && option != kUndoneWhenItFails)
       return std::nullopt;
     read.insert(option);
   }
@@ -101,10 +101,10 @@ ProError ProFeatureWithoptionsRedefine(ProAsmcomppath* path, ProFeature* feature
     if (!feature || !tree) return PRO_TK_BAD_INPUTS;
     const OpenElement* root = UseElement(tree);
     const auto asked = ReadOptions(options);
-    if (!root || !asked || asked->contains(kIncompleteFeature)) return PRO_TK_BAD_INPUTS;
+    if (!root || !asked) return PRO_TK_BAD_INPUTS;
     Feature* found = FindFeature(feature);
     if (!found) return PRO_TK_E_NOT_FOUND;
-    return Finish(RedefineFeature(*LiveSolid(feature->owner), *found, *root->node), errors);
+    return Finish(RedefineFeature(*LiveSolid(feature->owner), *found, *root->node, *asked), errors);
   };
 }
 

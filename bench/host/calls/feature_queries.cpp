@@ -19,6 +19,19 @@ ProError ResolveFeature(const ProFeature* record, Feature*& feature) {
   return feature ? PRO_TK_NO_ERROR : PRO_TK_E_NOT_FOUND;
 }
 
+constexpr int kFailed = 64;
+constexpr int kParentFailed = 128;
+
+// 64 for a feature that failed by itself, 128 for one that stands on a feature that failed.
+int StatusFlags(Model& model, const Feature& feature) {
+  if (feature.status != PRO_FEAT_UNREGENERATED) return 0;
+  const bool parent_failed = std::ranges::any_of(feature.parents, [&](int id) {
+    const Feature* parent = model.FindFeature(id);
+    return parent && parent->status == PRO_FEAT_UNREGENERATED;
+  });
+  return parent_failed ? kParentFailed : kFailed;
+}
+
 }  // namespace
 
 ProError ProFeatureTypeGet(ProFeature* feature, ProFeattype* type) {
@@ -37,6 +50,26 @@ ProError ProFeatureStatusGet(ProFeature* feature, ProFeatStatus* status) {
     if (!status) return PRO_TK_BAD_INPUTS;
     if (const ProError failure = ResolveFeature(feature, found)) return failure;
     *status = found->status;
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProFeatureIsIncomplete(ProFeature* feature, ProBoolean* incomplete) {
+  HOST_CALL(feature) {
+    Feature* found = nullptr;
+    if (!incomplete) return PRO_TK_BAD_INPUTS;
+    if (const ProError status = ResolveFeature(feature, found)) return status;
+    *incomplete = found->incomplete ? PRO_B_TRUE : PRO_B_FALSE;
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProFeatureStatusflagsGet(ProFeature* feature, int* flags) {
+  HOST_CALL(feature) {
+    Feature* found = nullptr;
+    if (!flags) return PRO_TK_BAD_INPUTS;
+    if (const ProError status = ResolveFeature(feature, found)) return status;
+    *flags = StatusFlags(*LiveSolid(feature->owner), *found);
     return PRO_TK_NO_ERROR;
   };
 }

@@ -60,3 +60,13 @@ ProError ProModelitemNameSet(ProModelitem* item, ProName name) {
     return PRO_TK_NO_ERROR;
   };
 }
+
+ProError ProModelitemMdlGet(ProModelitem* item, ProMdl* model) {
+  HOST_CALL(item) {
+    if (!item || !model) return PRO_TK_BAD_INPUTS;
+    Model* owner = nullptr;
+    if (const ProError status = Resolve(item->owner, owner)) return status;
+    *model = item->owner;
+    return PRO_TK_NO_ERROR;
+  };
+}

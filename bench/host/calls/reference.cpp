@@ -1,5 +1,6 @@
 #include "bench/host/calls/reference.h"
 
+#include "bench/host/calls/selection.h"
 #include "bench/host/host.h"
 #include "bench/host/instruments/call_frame.h"
 #include "bench/host/instruments/opaque_handles.h"
@@ -50,6 +51,18 @@ ProError ProReferenceSet(ProReference reference, ProAsmcomppath* path, ProModeli
     if (const ReferredItem before = ItemOf(reference); before.status != PRO_TK_NO_ERROR) return before.status;
     if (!ItemExists(*item)) return PRO_TK_E_NOT_FOUND;
     *References().Find(reference) = *item;
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProReferenceToSelection(ProReference reference, ProSelection* selection) {
+  HOST_CALL(reference) {
+    if (!selection) return PRO_TK_BAD_INPUTS;
+    const ReferredItem referred = ItemOf(reference);
+    if (referred.status != PRO_TK_NO_ERROR) return referred.status;
+    if (!referred.item) return PRO_TK_BAD_INPUTS;
+    if (!ItemExists(*referred.item)) return PRO_TK_E_NOT_FOUND;
+    *selection = NewSelection(*referred.item);
     return PRO_TK_NO_ERROR;
   };
 }

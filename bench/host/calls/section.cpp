@@ -6,6 +6,7 @@
 
 #include "bench/host/calls/array.h"
 #include "bench/host/calls/section_records.h"
+#include "bench/host/features/section_solver.h"
 #include "bench/host/host.h"
 #include "bench/host/instruments/call_frame.h"
 #include "bench/host/instruments/opaque_handles.h"
@@ -60,6 +61,17 @@ ProError WithEntity(ProSection handle, int id, Body&& body) {
   });
 }
 
+// Writes the count into a caller's list of errors, where there is one, and gives the status that goes with
+// it.
+ProError TellErrors(ProWSecerror* errors, int count) {
+  if (errors && *errors) {
+    if (!TheHost().ledger.Check(*errors, HandleKind::kSectionErrors, CurrentCall()))
+      return PRO_TK_INVALID_PTR;
+    *ErrorCounts().Find(*errors) = count;
+  }
+  return count == 0 ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
+}
+
 }  // namespace
 
 ProSection EnterSectionOfTree(std::shared_ptr<SectionData> section) {
@@ -68,6 +80,22 @@ ProSection EnterSectionOfTree(std::shared_ptr<SectionData> section) {
 
 void ForgetSectionOfTree(ProSection section) {
   Sections().Remove(section);
+}
+
+std::shared_ptr<SectionData> SectionOfTree(ProSection section) {
+  const OpenSection* open = Use(section);
+  return open && open->of_tree ? open->data : nullptr;
+}
+
+SectionData* UseSection(ProSection handle) {
+  OpenSection* section = Use(handle);
+  return section ? section->data.get() : nullptr;
+}
+
+void ReplaceSection(ProSection handle, SectionData data) {
+  OpenSection& section = *Sections().Find(handle);
+  section.records.clear();
+  *section.data = std::move(data);
 }
 
 }  // namespace bench
@@ -166,18 +194,23 @@ ProError ProSectionEntityIsConstruction(ProSection section, int id, ProBoolean* 
   };
 }
 
+ProError ProSectionSolve(ProSection section, ProWSecerror* errors) {
+  HOST_CALL(section, errors ? *errors : nullptr) {
+    return WithSection(section, [&](OpenSection& open) {
+      if (open.data->constraints.empty() && open.data->dimensions.empty()) return TellErrors(errors, 0);
+      SolvedSection solved = SolveSection(*open.data);
+      if (solved.no_kernel) return PRO_TK_COMM_ERROR;
+      const bool holds = solved.section.has_value();
+      if (holds) ReplaceSection(section, std::move(*solved.section));
+      return TellErrors(errors, holds ? 0 : 1);
+    });
+  };
+}
+
 ProError ProSectionRegenerate(ProSection section, ProWSecerror* errors) {
   HOST_CALL(section, errors ? *errors : nullptr) {
     return WithSection(section, [&](OpenSection& open) {
-      int* count = nullptr;
-      if (errors && *errors) {
-        if (!TheHost().ledger.Check(*errors, HandleKind::kSectionErrors, CurrentCall()))
-          return PRO_TK_INVALID_PTR;
-        count = ErrorCounts().Find(*errors);
-      }
-      const auto degenerate = DegenerateEntities(*open.data);
-      if (count) *count = static_cast<int>(degenerate.size());
-      return degenerate.empty() ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
+      return TellErrors(errors, static_cast<int>(DegenerateEntities(*open.data).size()));
     });
   };
 }

@@ -13,4 +13,15 @@ namespace bench {
 ProSection EnterSectionOfTree(std::shared_ptr<SectionData> section);
 void ForgetSectionOfTree(ProSection section);
 
+// The section behind a handle on one of a tree; null when it is none, and a violation when it is no live
+// section at all.
+std::shared_ptr<SectionData> SectionOfTree(ProSection section);
+
+// The section behind a handle; null, and a violation, when it is no live section.
+SectionData* UseSection(ProSection handle);
+
+// Puts other data into the place of a live section's. Records of its entities that were handed out are not
+// good any more.
+void ReplaceSection(ProSection handle, SectionData data);
+
 }  // namespace bench

@@ -22,6 +22,11 @@ const Record& As(const Pro2dEntdef& record) {
   return reinterpret_cast<const Record&>(record);
 }
 
+template <std::size_t N>
+std::wstring TextOf(const wchar_t (&buffer)[N]) {
+  return std::wstring(buffer, std::find(buffer, buffer + N - 1, L'\0'));
+}
+
 bool ReadSpline(const Pro2dSplinedef& record, SectionEntity& entity) {
   if (!record.point_arr || record.n_points > kMostSplinePoints) return false;
   for (unsigned i = 0; i < record.n_points; ++i) entity.points.push_back(Read(record.point_arr[i]));
@@ -61,6 +66,12 @@ std::optional<SectionEntity> ReadEntityRecord(const Pro2dEntdef& record) {
       entity.second_radius = ellipse.y_radius;
       return entity;
     }
+    case PRO_2D_TEXT:
+      entity.first = Read(As<Pro2dTextdef>(record).corner1);
+      entity.second = Read(As<Pro2dTextdef>(record).corner2);
+      entity.text = TextOf(As<Pro2dTextdef>(record).text);
+      entity.font = TextOf(As<Pro2dTextdef>(record).font);
+      return entity;
     case PRO_2D_SPLINE:
       if (!ReadSpline(As<Pro2dSplinedef>(record), entity)) return std::nullopt;
       return entity;
@@ -92,6 +103,12 @@ EntityRecord::EntityRecord(const SectionEntity& entity) : points_(entity.points)
       Write(entity.first, record_.ellipse.origin);
       record_.ellipse.x_radius = entity.radius;
       record_.ellipse.y_radius = entity.second_radius;
+      break;
+    case PRO_2D_TEXT:
+      Write(entity.first, record_.text.corner1);
+      Write(entity.second, record_.text.corner2);
+      std::copy(entity.text.begin(), entity.text.end(), record_.text.text);
+      std::copy(entity.font.begin(), entity.font.end(), record_.text.font);
       break;
     case PRO_2D_SPLINE:
       record_.spline.n_points = static_cast<unsigned>(points_.size());

@@ -32,6 +32,7 @@ class EntityRecord {
     Pro2dCircledef circle;
     Pro2dSplinedef spline;
     Pro2dEllipsedef ellipse;
+    Pro2dTextdef text;
   } record_{};
   std::vector<Point2> points_;
 };

@@ -1,5 +1,6 @@
 #include "bench/host/calls/selection.h"
 
+#include "bench/host/calls/array.h"
 #include "bench/host/calls/reference.h"
 #include "bench/host/host.h"
 #include "bench/host/instruments/call_frame.h"
@@ -12,6 +13,12 @@ namespace {
 OpaqueHandles<ProSelection, ProModelitem>& Selections() {
   static OpaqueHandles<ProSelection, ProModelitem> selections;
   return selections;
+}
+
+bool Free(ProSelection selection) {
+  if (!TheHost().ledger.TakeBack(selection, HandleKind::kSelection, CurrentCall())) return false;
+  Selections().Remove(selection);
+  return true;
 }
 
 }  // namespace
@@ -43,10 +50,31 @@ ProError ProSelectionAlloc(ProAsmcomppath* path, ProModelitem* item, ProSelectio
 ProError ProSelectionFree(ProSelection* selection) {
   HOST_CALL_THAT_NEVER_FAILS(selection ? *selection : nullptr) {
     if (!selection || !*selection) return PRO_TK_BAD_INPUTS;
-    if (!TheHost().ledger.TakeBack(*selection, HandleKind::kSelection, CurrentCall()))
-      return PRO_TK_INVALID_PTR;
-    Selections().Remove(*selection);
+    if (!Free(*selection)) return PRO_TK_INVALID_PTR;
     *selection = nullptr;
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProSelectionarrayFree(ProSelection* selections) {
+  HOST_CALL_THAT_NEVER_FAILS(selections) {
+    if (!selections) return PRO_TK_BAD_INPUTS;
+    const auto all = ArrayObjects(selections);
+    if (!all) return PRO_TK_INVALID_PTR;
+    // A selection in it that was freed before is a mistake, but no reason to keep the others.
+    bool right = true;
+    for (const ProSelection selection : *all) right &= Free(selection);
+    FreeArray(selections);
+    return right ? PRO_TK_NO_ERROR : PRO_TK_INVALID_PTR;
+  };
+}
+
+ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* item) {
+  HOST_CALL(selection) {
+    if (!selection || !item) return PRO_TK_BAD_INPUTS;
+    const ProModelitem* selected = SelectedItem(selection);
+    if (!selected) return PRO_TK_INVALID_PTR;
+    *item = *selected;
     return PRO_TK_NO_ERROR;
   };
 }

@@ -33,6 +33,16 @@ ProError ProUnitInit(ProMdl model, ProName name, ProUnititem* unit) {
   };
 }
 
+ProError ProUnitNameGet(ProUnititem* unit, ProName name) {
+  HOST_CALL(unit ? unit->name : L"") {
+    const Unit* known = nullptr;
+    if (!name) return PRO_TK_BAD_INPUTS;
+    if (const ProError status = ResolveUnit(unit, known)) return status;
+    CopyOut(known->name, *reinterpret_cast<ProName*>(name));
+    return PRO_TK_NO_ERROR;
+  };
+}
+
 ProError ProMdlPrincipalunitsystemGet(ProMdl model, ProUnitsystem* system) {
   HOST_CALL(model) {
     Model* found = nullptr;

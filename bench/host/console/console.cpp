@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <charconv>
 #include <exception>
 #include <sstream>
@@ -113,12 +114,24 @@ const ConsoleCommand& FindCommand(const std::string& name) {
   throw ConsoleError("there is no command " + name + "; help lists them");
 }
 
-}  // namespace
-
-bool Console::Run(const std::string& line) {
+std::vector<std::string> WordsOf(const std::string& line) {
   std::vector<std::string> words;
   std::istringstream stream(line);
   for (std::string word; stream >> word;) words.push_back(word);
+  return words;
+}
+
+}  // namespace
+
+bool Console::IsForMacros(const std::string& line) {
+  const std::vector<std::string> words = WordsOf(line);
+  return !words.empty() && std::ranges::any_of(ModelCommands(), [&](const ConsoleCommand& command) {
+    return NameOf(command) == words[0] && words.size() > command.least && words.size() <= command.most + 1;
+  });
+}
+
+bool Console::Run(const std::string& line) {
+  const std::vector<std::string> words = WordsOf(line);
   try {
     if (!words.empty()) {
       const ConsoleCommand& command = FindCommand(words[0]);

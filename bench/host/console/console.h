@@ -33,6 +33,9 @@ class Console {
  public:
   explicit Console(ConsoleSay say) : say_(std::move(say)) {}
 
+  // Whether the line is a command that a macro may give: one of those on models.
+  static bool IsForMacros(const std::string& line);
+
   // Runs one line and says its answer; false when the line asks the host to end.
   bool Run(const std::string& line);
 

@@ -1,4 +1,6 @@
 // The console's commands on models.
+#include <ProParameter.h>
+
 #include <algorithm>
 #include <charconv>
 #include <utility>
@@ -118,12 +120,64 @@ void SetUnits(ConsoleWords arguments, const ConsoleSay&) {
   model.modified = true;
 }
 
+// Reads the value of a new parameter; `type` is a word of the command's.
+std::variant<double, std::wstring, int, bool> ReadParameterValue(const std::string& type,
+                                                                 const std::string& text) {
+  const char* const end = text.data() + text.size();
+  const auto read_number = [&](auto number) {
+    const auto [stop, failure] = std::from_chars(text.data(), end, number);
+    if (failure != std::errc{} || stop != end) throw ConsoleError("VALUE is no " + type + ": " + text);
+    return number;
+  };
+  if (type == "double") return read_number(0.0);
+  if (type == "integer") return read_number(0);
+  if (type == "string") return FromUtf8(text);
+  if (type != "bool") throw ConsoleError("the types are double, string, integer and bool, not " + type);
+  if (text != "true" && text != "false") throw ConsoleError("VALUE is neither true nor false: " + text);
+  return text == "true";
+}
+
+void SetParameter(ConsoleWords arguments, const ConsoleSay&) {
+  Model& model = RequireCurrentModel();
+  Parameter parameter{FromUtf8(arguments[0]), ReadParameterValue(arguments[1], arguments[2]), {}, false};
+  if (parameter.name.size() >= PRO_NAME_SIZE) throw ConsoleError("NAME is too long");
+  const auto* text = std::get_if<std::wstring>(&parameter.value);
+  if (text && text->size() >= PRO_LINE_SIZE) throw ConsoleError("VALUE is too long");
+  for (const std::string& word : arguments.subspan(3)) {
+    if (word == "locked") {
+      parameter.locked = true;
+      continue;
+    }
+    const Unit* unit = FindUnit(FromUtf8(word));
+    if (!unit || !std::holds_alternative<double>(parameter.value))
+      throw ConsoleError("there is no unit " + word + " for that");
+    parameter.unit = unit->name;
+  }
+  std::erase_if(model.parameters,
+                [&](const Parameter& each) { return EqualsIgnoringCase(each.name, parameter.name); });
+  model.parameters.push_back(std::move(parameter));
+  model.modified = true;
+}
+
+void DriveByRelation(ConsoleWords arguments, const ConsoleSay&) {
+  Model& model = RequireCurrentModel();
+  const std::wstring symbol = FromUtf8(arguments[0]);
+  const auto dimension = std::ranges::find_if(
+      model.dimensions, [&](const Dimension& each) { return EqualsIgnoringCase(each.Symbol(), symbol); });
+  if (dimension == model.dimensions.end()) throw ConsoleError("there is no dimension " + arguments[0]);
+  dimension->relation_driven = true;
+  model.modified = true;
+}
+
 constexpr ConsoleCommand kModelCommands[] = {
     {"models", "the models in session, with their windows, and the solids' volume and size", ShowModels},
     {"tree", "the features of the current model: id, type, name, state", ShowTree},
     {"faces", "the faces of the current model: id, surface type, area, a point, the feature's id", ShowFaces},
     {"units mm|inch|m", "gives the current model that unit system; its numbers stay as they are", SetUnits, 1,
      1},
+    {"parameter NAME double|string|integer|bool VALUE [UNIT] [locked]",
+     "adds a parameter to the current model, or sets it", SetParameter, 3, 5},
+    {"relation SYMBOL", "makes that dimension of the current model relation-driven", DriveByRelation, 1, 1},
 };
 
 }  // namespace

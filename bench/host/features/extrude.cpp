@@ -65,10 +65,12 @@ class ExtrudeKind : public FeatureKind {
     return IntegerAt(tree, {2023}) == kCut ? kCut : kProtrusion;
   }
 
-  // Whether it bounds an area is for the geometry to say.
-  std::optional<TreeProblem> CheckSection(const SectionData&) const override { return std::nullopt; }
+  std::vector<DimensionRule> Dimensions() const override {
+    return {{{515, 429, 434}}, {{515, 428, 431}}, {{5096, 5098}, true}};
+  }
 
-  nlohmann::json Recipe(const Feature& feature, double mm) const override {
+  nlohmann::json Recipe(const Feature& feature, const Model& model) const override {
+    const double mm = MillimetresPer(model.length_unit);
     const ElementNode& tree = *feature.tree;
     const DepthMode& mode = *ModeOf(tree);
     nlohmann::json extent{{"mode", mode.word}};

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "bench/host/features/features.h"
+#include "bench/host/features/local_group.h"
 #include "bench/host/features/regeneration.h"
 
 namespace bench {
@@ -94,8 +95,9 @@ std::set<int> WhereSuppressed(Model& model, const std::set<int>& ids, bool suppr
 
 }  // namespace
 
-ProError DeleteFeatures(Model& model, const std::set<int>& ids, bool with_dependants) {
-  if (!AreKnown(model, ids)) return PRO_TK_E_NOT_FOUND;
+ProError DeleteFeatures(Model& model, const std::set<int>& named, bool with_dependants) {
+  if (!AreKnown(model, named)) return PRO_TK_E_NOT_FOUND;
+  const std::set<int> ids = WithGrouped(model, named);
   std::set<int> doomed = WithDependants(model, ids);
   if (!with_dependants && doomed != ids)
     return Refuse(*ids.begin(), "has dependants and can't be deleted alone");
@@ -123,8 +125,9 @@ ProError DeleteFeatures(Model& model, const std::set<int>& ids, bool with_depend
   return PRO_TK_NO_ERROR;
 }
 
-ProError SuppressFeatures(Model& model, const std::set<int>& ids) {
-  if (!AreKnown(model, ids)) return PRO_TK_E_NOT_FOUND;
+ProError SuppressFeatures(Model& model, const std::set<int>& named) {
+  if (!AreKnown(model, named)) return PRO_TK_E_NOT_FOUND;
+  const std::set<int> ids = WithGrouped(model, named);
   const auto active = WhereSuppressed(model, ids, false);
   if (active.empty()) return PRO_TK_NO_CHANGE;
   for (const int id : WhereSuppressed(model, WithDependants(model, active), false))
@@ -132,8 +135,9 @@ ProError SuppressFeatures(Model& model, const std::set<int>& ids) {
   return SetStatus(model, active, PRO_FEAT_SUPPRESSED);
 }
 
-ProError ResumeFeatures(Model& model, const std::set<int>& ids, bool with_parents) {
-  if (!AreKnown(model, ids)) return PRO_TK_E_NOT_FOUND;
+ProError ResumeFeatures(Model& model, const std::set<int>& named, bool with_parents) {
+  if (!AreKnown(model, named)) return PRO_TK_E_NOT_FOUND;
+  const std::set<int> ids = WithGrouped(model, named);
   const auto suppressed = WhereSuppressed(model, ids, true);
   if (suppressed.empty()) return PRO_TK_NO_CHANGE;
   const auto needed = WithSuppressedParents(model, suppressed);

@@ -5,7 +5,6 @@
 
 #include "bench/host/features/feature_kind.h"
 #include "bench/host/features/regeneration.h"
-#include "bench/host/features/sketch_plane.h"
 #include "bench/host/host.h"
 #include "bench/host/text.h"
 
@@ -20,53 +19,52 @@ FeatureOutcome Refused(const TreeProblem& problem) {
                         "element " + std::to_string(problem.element) + " " + problem.what);
 }
 
+ElementNode* SectionCompound(const FeatureKind& kind, ElementNode& tree) {
+  ElementNode* node = &tree;
+  for (const int id : kind.SectionPath())
+    if (node) node = node->Child(id);
+  return node;
+}
+
 // What the feature keeps of a caller's tree: all but the section, which it keeps itself.
-std::unique_ptr<ElementNode> WithoutSketcher(const ElementNode& tree) {
+std::unique_ptr<ElementNode> WithoutSketcher(const FeatureKind& kind, const ElementNode& tree) {
   auto kept = tree.Clone();
-  if (ElementNode* section = kept->Child(kSectionElement))
+  if (kind.Source() == SectionSource::kNone) return kept;
+  if (ElementNode* section = SectionCompound(kind, *kept))
     std::erase_if(section->children, [](const auto& child) { return child->id == kSketcherElement; });
   return kept;
 }
 
-std::shared_ptr<SectionData> SectionIn(const ElementNode& tree) {
-  const ElementNode* sketcher = tree.Find({kSectionElement, kSketcherElement});
+std::shared_ptr<SectionData> SectionIn(const FeatureKind& kind, const ElementNode& tree) {
+  const ElementNode* compound = SectionCompound(kind, const_cast<ElementNode&>(tree));
+  const ElementNode* sketcher = compound ? compound->Child(kSketcherElement) : nullptr;
   const auto* section = sketcher ? std::get_if<std::shared_ptr<SectionData>>(&sketcher->value) : nullptr;
   return section && *section ? std::make_shared<SectionData>(**section) : nullptr;
 }
 
-// The name that the tree asks for, where it is free and fits; else none.
 std::wstring NameFor(const Model& model, const ElementNode& tree) {
   const ElementNode* element = tree.Child(kNameElement);
   const auto* name = element ? std::get_if<std::wstring>(&element->value) : nullptr;
-  if (!name || name->size() >= PRO_NAME_SIZE) return {};
-  const bool taken = std::ranges::any_of(
-      model.features, [&](const auto& feature) { return EqualsIgnoringCase(feature->name, *name); });
-  return taken ? std::wstring() : *name;
+  return name ? NameIfFree(model, *name) : std::wstring();
 }
 
-// Puts the feature onto the plane that its tree names.
-std::optional<TreeProblem> Place(Model& model, Feature& feature) {
-  auto placed = PlaceSketch(*feature.tree->Find({kSectionElement, kSetupElement}), model, feature);
-  if (const auto* problem = std::get_if<TreeProblem>(&placed)) return *problem;
-  auto& placement = std::get<SketchPlacement>(placed);
-  feature.plane = placement.frame;
-  feature.parents = std::move(placement.parents);
-  return std::nullopt;
-}
-
-// Gives a new feature the section that it starts with, and the place of that section.
-std::optional<TreeProblem> StartSection(Model& model, const FeatureKind& kind, const Feature* sketch,
-                                        Feature& feature) {
-  if (kind.Source() == SectionSource::kOwn) {
-    if (sketch) return TreeProblem{kSectionElement, "is drawn in the feature itself and takes no sketch"};
-    feature.section = std::make_shared<SectionData>();
-    return Place(model, feature);
-  }
-  if (!sketch) return TreeProblem{kSectionElement, "needs a sketch"};
+// Gives a new feature the section that it starts with, and its place.
+std::optional<TreeProblem> Start(Model& model, const FeatureKind& kind, const Feature* sketch,
+                                 Feature& feature) {
+  const bool takes_sketch = kind.Source() == SectionSource::kSketch;
+  if (sketch && !takes_sketch) return TreeProblem{kSectionElement, "takes no sketch"};
+  if (!sketch && takes_sketch) return TreeProblem{kSectionElement, "needs a sketch"};
+  if (kind.Source() == SectionSource::kOwn) feature.section = std::make_shared<SectionData>();
+  if (!takes_sketch) return kind.Place(model, feature);
   feature.section = std::make_shared<SectionData>(*sketch->section);
   feature.plane = sketch->plane;
   feature.parents = sketch->parents;
   return std::nullopt;
+}
+
+// What keeps a feature from being complete.
+std::optional<TreeProblem> Missing(const FeatureKind& kind, const Feature& feature) {
+  return feature.section ? kind.CheckSection(*feature.section) : std::nullopt;
 }
 
 // What comes of the candidates, or why nothing does. `may_fail` is the feature that stays even if it is
@@ -93,6 +91,13 @@ Trial Try(const Model& model, const std::vector<const Feature*>& candidates, int
   return trial;
 }
 
+// The model's features with one of them exchanged.
+std::vector<const Feature*> Exchanged(const Model& model, const Feature& feature, const Feature& candidate) {
+  auto candidates = FeaturesOf(model);
+  std::ranges::replace(candidates, &feature, &candidate);
+  return candidates;
+}
+
 }  // namespace
 
 FeatureOutcome Refused(ProError status, int item, const std::string& what) {
@@ -100,8 +105,15 @@ FeatureOutcome Refused(ProError status, int item, const std::string& what) {
   return {status, {{item, status}}, -1};
 }
 
+std::wstring NameIfFree(const Model& model, std::wstring_view name) {
+  if (name.size() >= PRO_NAME_SIZE) return {};
+  const bool taken = std::ranges::any_of(
+      model.features, [&](const auto& feature) { return EqualsIgnoringCase(feature->name, name); });
+  return taken ? std::wstring() : std::wstring(name);
+}
+
 FeatureOutcome CreateFeature(Model& model, const ElementNode& tree, const std::set<int>& options,
-                             const Feature* sketch) {
+                             const Feature* sketch, std::vector<int> members) {
   if (model.type != PRO_MDL_PART) return bench::Refused(PRO_TK_BAD_CONTEXT, -1, "only parts take features");
   const FeatureKind* kind = FeatureKind::Of(tree);
   if (!kind) return Refused({kFeatureTypeElement, "names no kind of feature that the host knows"});
@@ -111,11 +123,12 @@ FeatureOutcome CreateFeature(Model& model, const ElementNode& tree, const std::s
   feature->id = model.next_id;
   feature->type = kind->Type(tree);
   feature->name = NameFor(model, tree);
-  feature->tree = WithoutSketcher(tree);
+  feature->tree = WithoutSketcher(*kind, tree);
   feature->incomplete = options.contains(kIncompleteFeature);
-  if (auto problem = StartSection(model, *kind, sketch, *feature)) return Refused(*problem);
+  feature->members = std::move(members);
+  if (auto problem = Start(model, *kind, sketch, *feature)) return Refused(*problem);
   if (!feature->incomplete)
-    if (auto problem = kind->CheckSection(*feature->section)) return Refused(*problem);
+    if (auto problem = Missing(*kind, *feature)) return Refused(*problem);
 
   auto candidates = FeaturesOf(model);
   candidates.push_back(feature.get());
@@ -123,14 +136,17 @@ FeatureOutcome CreateFeature(Model& model, const ElementNode& tree, const std::s
   if (trial.outcome.status != PRO_TK_NO_ERROR) return trial.outcome;
 
   trial.outcome.feature = feature->id;
-  model.features.push_back(std::move(feature));
   ++model.next_id;
+  for (const ProType type : kind->Datums(tree))
+    feature->items.push_back({.type = type, .id = model.next_id++, .key = {}});
+  model.features.push_back(std::move(feature));
   Commit(model, std::move(trial.geometry));
   model.modified = true;
   return trial.outcome;
 }
 
-FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode& tree) {
+FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode& tree,
+                               const std::set<int>& options) {
   if (!feature.tree)
     return bench::Refused(PRO_TK_BAD_CONTEXT, feature.id, "a datum of the template has no recipe");
   if (feature.status == PRO_FEAT_SUPPRESSED)
@@ -139,27 +155,42 @@ FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode
   if (!kind || kind != FeatureKind::Of(*feature.tree))
     return Refused({kFeatureTypeElement, "names another kind of feature"});
   if (auto problem = kind->Check(tree)) return Refused(*problem);
+  if (kind->Datums(tree) != kind->Datums(*feature.tree))
+    return bench::Refused(PRO_TK_BAD_CONTEXT, feature.id, "its datums can't become others");
 
   // It starts as one that stands: what failed before may not fail again unnoticed.
   Feature candidate;
   candidate.id = feature.id;
   candidate.type = kind->Type(tree);
   candidate.name = feature.name;
-  candidate.tree = WithoutSketcher(tree);
-  candidate.section = SectionIn(tree);
-  if (!candidate.section) candidate.section = std::make_shared<SectionData>(*feature.section);
+  candidate.tree = WithoutSketcher(*kind, tree);
+  if (feature.section) {
+    candidate.section = SectionIn(*kind, tree);
+    if (!candidate.section) candidate.section = std::make_shared<SectionData>(*feature.section);
+  }
   candidate.plane = feature.plane;
   candidate.parents = feature.parents;
+  candidate.members = feature.members;
   candidate.items = feature.items;
-  if (kind->Source() == SectionSource::kOwn)
-    if (auto problem = Place(model, candidate)) return Refused(*problem);
-  if (auto problem = kind->CheckSection(*candidate.section)) return Refused(*problem);
+  if (kind->Source() != SectionSource::kSketch)
+    if (auto problem = kind->Place(model, candidate)) return Refused(*problem);
 
-  auto candidates = FeaturesOf(model);
-  std::ranges::replace(candidates, const_cast<const Feature*>(&feature),
-                       const_cast<const Feature*>(&candidate));
-  Trial trial = Try(model, candidates);
-  if (trial.outcome.status != PRO_TK_NO_ERROR) return trial.outcome;
+  // One that may stay incomplete keeps what is new of it, whatever is still missing.
+  const bool may_stay_incomplete = feature.incomplete && options.contains(kIncompleteFeature);
+  Trial trial;
+  if (auto problem = Missing(*kind, candidate)) {
+    trial.outcome = Refused(*problem);
+  } else {
+    trial = Try(model, Exchanged(model, feature, candidate));
+  }
+  if (trial.outcome.status != PRO_TK_NO_ERROR) {
+    if (!may_stay_incomplete || trial.outcome.status == PRO_TK_COMM_ERROR) return trial.outcome;
+    candidate.incomplete = true;
+    feature = std::move(candidate);
+    model.modified = true;
+    trial.outcome.status = PRO_TK_NO_ERROR;
+    return trial.outcome;
+  }
 
   feature = std::move(candidate);
   Commit(model, std::move(trial.geometry));
@@ -170,7 +201,9 @@ FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode
 std::unique_ptr<ElementNode> ExtractTree(const Feature& feature) {
   if (!feature.tree) return nullptr;
   auto tree = feature.tree->Clone();
-  ElementNode* section = tree->Child(kSectionElement);
+  const FeatureKind* kind = FeatureKind::Of(*tree);
+  if (kind) kind->Elaborate(*tree);
+  ElementNode* section = kind ? SectionCompound(*kind, *tree) : nullptr;
   if (!section || !feature.section) return tree;
   auto sketcher = std::make_unique<ElementNode>();
   sketcher->id = kSketcherElement;

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <unordered_map>
 
+#include "bench/host/features/dimensions.h"
 #include "bench/host/features/feature_kind.h"
 #include "bench/host/features/topology_json.h"
 #include "bench/host/host.h"
@@ -67,17 +68,19 @@ void CommitStatuses(Model& model, const Geometry& geometry) {
 }  // namespace
 
 std::optional<std::string> RecipesOf(const Model& model, const std::vector<const Feature*>& features) {
-  const double mm = MillimetresPer(model.length_unit);
   nlohmann::json recipes = nlohmann::json::array();
   for (const Feature* feature : features) {
     if (!TakesPart(*feature)) continue;
     const FeatureKind* kind = FeatureKind::Of(*feature->tree);
-    if (!kind || !feature->section || kind->Check(*feature->tree)) {
+    const bool lacks_section = kind && kind->Source() != SectionSource::kNone && !feature->section;
+    if (!kind || lacks_section || kind->Check(*feature->tree)) {
       Complain("feature " + std::to_string(feature->id) + " of " + ToUtf8(model.name) + " has no recipe");
       return std::nullopt;
     }
-    recipes.push_back(kind->Recipe(*feature, mm));
-    recipes.back()["feature"] = feature->id;
+    nlohmann::json recipe = kind->Recipe(*feature, model);
+    if (recipe.is_null()) continue;
+    recipe["feature"] = feature->id;
+    recipes.push_back(std::move(recipe));
   }
   return recipes.dump();
 }
@@ -104,6 +107,8 @@ std::vector<const Feature*> FeaturesOf(const Model& model) {
 void Commit(Model& model, std::shared_ptr<const Geometry> geometry) {
   CommitItems(model, *geometry);
   CommitStatuses(model, *geometry);
+  DropDimensionsOfGoneFeatures(model);
+  for (const auto& feature : model.features) UpdateDimensions(model, *feature);
   if (model.geometry == geometry) return;
   model.topology = geometry->topology;
   model.geometry = std::move(geometry);

@@ -32,7 +32,10 @@ class RevolveKind : public FeatureKind {
     return TreeProblem{3280, "needs a centerline in the section"};
   }
 
-  nlohmann::json Recipe(const Feature& feature, double mm) const override {
+  std::vector<DimensionRule> Dimensions() const override { return {{{6, 438, 442}, true}}; }
+
+  nlohmann::json Recipe(const Feature& feature, const Model& model) const override {
+    const double mm = MillimetresPer(model.length_unit);
     const ElementNode& tree = *feature.tree;
     return {{"kind", "revolve"},
             {"plane", PlaneRecipe(feature.plane, mm)},

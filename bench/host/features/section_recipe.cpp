@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "bench/host/text.h"
+
 namespace bench {
 namespace {
 
@@ -41,6 +43,13 @@ json EntityRecipe(int id, const SectionEntity& entity, double mm) {
       recipe["center"] = Scaled(entity.first, mm);
       recipe["radius_x"] = entity.radius * mm;
       recipe["radius_y"] = entity.second_radius * mm;
+      break;
+    case PRO_2D_TEXT:
+      recipe["type"] = "text";
+      recipe["from"] = Scaled(entity.first, mm);
+      recipe["to"] = Scaled(entity.second, mm);
+      recipe["text"] = ToUtf8(entity.text);
+      if (!entity.font.empty()) recipe["font"] = ToUtf8(entity.font);
       break;
     case PRO_2D_SPLINE: {
       recipe["type"] = "spline";

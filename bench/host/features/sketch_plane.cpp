@@ -14,12 +14,6 @@ constexpr int kReferenceIsTop = 1;
 // The sine below which two planes count as parallel.
 constexpr double kParallel = 1e-6;
 
-struct ReferencePlane {
-  Vector3 origin{};
-  Vector3 normal{};
-  int feature = -1;
-};
-
 Vector3 Scaled(const Vector3& v, double factor) {
   return {v[0] * factor, v[1] * factor, v[2] * factor};
 }
@@ -51,7 +45,10 @@ std::optional<ReferencePlane> PlaneOfFace(const Model& model, const Feature& own
   return ReferencePlane{Scaled(face->normal, distance), face->normal, owner.id};
 }
 
-std::optional<ReferencePlane> Resolve(const ElementNode& element, Model& model, const Feature& feature) {
+}  // namespace
+
+std::optional<ReferencePlane> PlaneReferredTo(const ElementNode& element, Model& model,
+                                              const Feature& feature) {
   const ItemReference& reference = std::get<std::vector<ItemReference>>(element.value).front();
   const bool can_be_plane = reference.type == PRO_SURFACE || reference.type == PRO_DATUM_PLANE;
   if (!can_be_plane || reference.owner != &model) return std::nullopt;
@@ -64,13 +61,19 @@ std::optional<ReferencePlane> Resolve(const ElementNode& element, Model& model, 
   return item && item->alive ? PlaneOfFace(model, *owner, item->key) : std::nullopt;
 }
 
-}  // namespace
+PlaneFrame FrameAcross(const Vector3& origin, const Vector3& normal) {
+  const auto size = [](double a, double b) { return std::abs(a) < std::abs(b); };
+  Vector3 aside{};
+  aside[std::ranges::min_element(normal, size) - normal.begin()] = 1;
+  const Vector3 x = Unit(Cross(aside, normal));
+  return {origin, x, Unit(Cross(normal, x))};
+}
 
 std::variant<SketchPlacement, TreeProblem> PlaceSketch(const ElementNode& setup, Model& model,
                                                        const Feature& feature) {
-  const auto plane = Resolve(*setup.Child(kPlane), model, feature);
+  const auto plane = PlaneReferredTo(*setup.Child(kPlane), model, feature);
   if (!plane) return TreeProblem{kPlane, "is no plane that the feature can stand on"};
-  const auto reference = Resolve(*setup.Child(kOrientationReference), model, feature);
+  const auto reference = PlaneReferredTo(*setup.Child(kOrientationReference), model, feature);
   if (!reference) return TreeProblem{kOrientationReference, "is no plane that the feature can stand on"};
   const Vector3 direction = Rejected(reference->normal, plane->normal);
   if (Length(direction) < kParallel)

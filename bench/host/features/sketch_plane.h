@@ -9,6 +9,20 @@
 
 namespace bench {
 
+struct ReferencePlane {
+  Vector3 origin{};  // some point of the plane
+  Vector3 normal{};  // of a face: out of the material
+  int feature = -1;  // that owns it
+};
+
+// The datum plane or planar face that an element with one reference refers to. Nothing for what is no plane,
+// is not alive, or does not stand before `feature`.
+std::optional<ReferencePlane> PlaneReferredTo(const ElementNode& element, Model& model,
+                                              const Feature& feature);
+
+// A frame with that normal, the same for the same normal.
+PlaneFrame FrameAcross(const Vector3& origin, const Vector3& normal);
+
 struct SketchPlacement {
   PlaneFrame frame;
   std::vector<int> parents;  // the features that own plane and orientation reference

@@ -3,6 +3,7 @@
 
 #include "bench/host/features/feature_kind.h"
 #include "bench/host/features/section_recipe.h"
+#include "bench/host/features/sketch_plane.h"
 #include "bench/host/model/section_check.h"
 
 namespace bench {
@@ -20,6 +21,15 @@ class SketchedCurveKind : public FeatureKind {
 
   ProFeattype Type(const ElementNode&) const override { return kCurve; }
 
+  std::optional<TreeProblem> Place(Model& model, Feature& feature) const override {
+    auto placed = PlaceSketch(*feature.tree->Find({kSectionElement, kSetupElement}), model, feature);
+    if (const auto* problem = std::get_if<TreeProblem>(&placed)) return *problem;
+    auto& placement = std::get<SketchPlacement>(placed);
+    feature.plane = placement.frame;
+    feature.parents = std::move(placement.parents);
+    return std::nullopt;
+  }
+
   std::optional<TreeProblem> CheckSection(const SectionData& section) const override {
     if (section.entities.empty()) return TreeProblem{kSketcherElement, "is empty"};
     const auto degenerate = DegenerateEntities(section);
@@ -28,7 +38,8 @@ class SketchedCurveKind : public FeatureKind {
                        "holds entity " + std::to_string(degenerate.front()) + ", which has no extent"};
   }
 
-  nlohmann::json Recipe(const Feature& feature, double mm) const override {
+  nlohmann::json Recipe(const Feature& feature, const Model& model) const override {
+    const double mm = MillimetresPer(model.length_unit);
     return {{"kind", "sketch"},
             {"plane", PlaneRecipe(feature.plane, mm)},
             {"entities", EntitiesRecipe(*feature.section, mm)}};
@@ -50,8 +61,6 @@ class SketchedCurveKind : public FeatureKind {
     };
     return rules;
   }
-
-  std::optional<TreeProblem> CheckValues(const ElementNode&) const override { return std::nullopt; }
 };
 
 }  // namespace

@@ -41,7 +41,9 @@ FaceInfo ReadFace(const json& from) {
   face.low = ReadVector(from.at("low"));
   face.high = ReadVector(from.at("high"));
   ReadIfThere(from, "radius", face.radius);
+  ReadIfThere(from, "minor_radius", face.minor_radius);
   ReadIfThere(from, "half_angle_deg", face.half_angle_deg);
+  from.at("contours").get_to(face.contours);
   return face;
 }
 
@@ -54,6 +56,8 @@ EdgeInfo ReadEdge(const json& from) {
   edge.from = ReadVector(from.at("from"));
   edge.to = ReadVector(from.at("to"));
   edge.length = from.at("length").get<double>();
+  ReadIfThere(from, "center", edge.center);
+  ReadIfThere(from, "axis", edge.axis);
   return edge;
 }
 
@@ -92,6 +96,7 @@ bool ReadGeometry(const json& answer, Geometry& geometry) {
     ReadItems(answer, "edges", PRO_EDGE, geometry.items);
     ReadItems(answer, "curves", PRO_CURVE, geometry.items);
     ReadItems(answer, "points", PRO_POINT, geometry.items);
+    ReadItems(answer, "quilts", PRO_QUILT, geometry.items);
     return true;
   } catch (const json::exception& exception) {
     Complain(std::string("the geometry kernel's answer can't be read: ") + exception.what());

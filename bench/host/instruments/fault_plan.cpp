@@ -16,6 +16,18 @@ void FaultPlan::FailNumber(int number, int status) {
   by_number_[calls_ + static_cast<std::uint64_t>(number)] = status;
 }
 
+void FaultPlan::Before(const std::string& name, std::function<void()> action, int first) {
+  interruptions_.push_back({name, first, std::move(action)});
+}
+
+void FaultPlan::Interrupt(const std::string& name) {
+  std::vector<std::function<void()>> due;
+  for (Interruption& interruption : interruptions_)
+    if (interruption.name == name && --interruption.left == 0) due.push_back(std::move(interruption.action));
+  std::erase_if(interruptions_, [](const Interruption& interruption) { return interruption.left <= 0; });
+  for (const auto& action : due) action();
+}
+
 void FaultPlan::Delay(const std::string& name, int milliseconds) {
   delays_[name] += milliseconds;
 }
@@ -23,6 +35,7 @@ void FaultPlan::Delay(const std::string& name, int milliseconds) {
 FaultPlan::Outcome FaultPlan::Next(const std::string& name) {
   Outcome outcome;
   ++calls_;
+  Interrupt(name);
   if (const auto delay = delays_.find(name); delay != delays_.end()) {
     outcome.delay_ms = delay->second;
     delays_.erase(delay);
@@ -44,6 +57,7 @@ FaultPlan::Outcome FaultPlan::Next(const std::string& name) {
 
 void FaultPlan::Clear() {
   scripts_.clear();
+  interruptions_.clear();
   delays_.clear();
   by_number_.clear();
   calls_ = 0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -17,6 +18,8 @@ class FaultPlan {
   void NoEffect(const std::string& name, int first = 1, int last = 0);
   // The call with that number, counted over all calls from now on (1 is the next), fails with `status`.
   void FailNumber(int number, int status);
+  // Runs just before the `first`th next call of that name: for what happens to a model between two calls.
+  void Before(const std::string& name, std::function<void()> action, int first = 1);
   // The next call of that name takes that much longer.
   void Delay(const std::string& name, int milliseconds);
 
@@ -38,7 +41,16 @@ class FaultPlan {
     int status;
     int seen = 0;
   };
+  struct Interruption {
+    std::string name;
+    int left;  // calls until it happens
+    std::function<void()> action;
+  };
+  // The actions that are due with a call of that name.
+  void Interrupt(const std::string& name);
+
   std::vector<Script> scripts_;
+  std::vector<Interruption> interruptions_;
   std::map<std::string, int> delays_;
   std::map<std::uint64_t, int> by_number_;
   std::uint64_t calls_ = 0;

@@ -32,6 +32,14 @@ const char* Name(HandleKind kind) {
       return "selection";
     case HandleKind::kReference:
       return "reference";
+    case HandleKind::kCollection:
+      return "collection";
+    case HandleKind::kCurveInstruction:
+      return "curve instruction";
+    case HandleKind::kSurfaceInstruction:
+      return "surface instruction";
+    case HandleKind::kSurfaceReference:
+      return "surface reference";
     case HandleKind::kSection:
       return "section";
     case HandleKind::kSectionErrors:

@@ -18,6 +18,10 @@ enum class HandleKind {
   kExtractedTree,
   kSelection,
   kReference,
+  kCollection,
+  kCurveInstruction,
+  kSurfaceInstruction,
+  kSurfaceReference,
   kSection,
   kSectionErrors
 };

@@ -3,6 +3,7 @@
 
 #include <ProObjects.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <variant>
@@ -19,9 +20,23 @@ struct ItemReference {
   ProMdl owner = nullptr;
 };
 
+// How a collection is put together: each instruction adds what its items name, or takes it away.
+struct CollectionInstruction {
+  int type = 0;
+  bool include = true;
+  std::vector<ItemReference> items;
+};
+
+struct Collection {
+  bool of_surfaces = false;  // else of curves and edges
+  std::vector<CollectionInstruction> instructions;
+};
+
+using Matrix = std::array<std::array<double, 4>, 4>;
+
 struct ElementNode {
   using Value = std::variant<std::monostate, int, double, std::wstring, std::vector<ItemReference>,
-                             std::shared_ptr<SectionData>>;
+                             std::shared_ptr<SectionData>, Collection, Matrix>;
 
   int id = 0;
   Value value;

@@ -39,6 +39,7 @@ struct Feature {
   std::shared_ptr<SectionData> section;  // of sketches: their own; of what was made of one: its copy
   PlaneFrame plane;          // of datum planes: their own; of sketched features: the sketch plane's
   std::vector<int> parents;  // ids of the features that it stands on
+  std::vector<int> members;  // of a group: its features; of a pattern: the feature or group that leads it
   std::vector<GeometryItem> items;
 };
 

@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "bench/host/model/dimension.h"
 #include "bench/host/model/feature.h"
+#include "bench/host/model/parameter.h"
 #include "bench/host/model/topology.h"
 
 namespace bench {
@@ -27,6 +29,9 @@ struct Model {
   bool modified = true;
   LengthUnit length_unit = LengthUnit::kMillimetre;
   std::vector<std::unique_ptr<Feature>> features;  // in the order of regeneration
+  std::vector<Parameter> parameters;
+  std::vector<Dimension> dimensions;  // in the order of their symbols
+  int next_dimension = 0;
   int next_id = 1;  // features and their geometry share one count; ids are never reused
   std::map<std::string, int> ids_of_keys;  // every kernel key that was ever seen, so that ids stay
   Topology topology;

@@ -23,6 +23,10 @@ bool AreApart(const Point2& a, const Point2& b) {
   return std::hypot(b[0] - a[0], b[1] - a[1]) > kShortest;
 }
 
+bool HasInk(const std::wstring& text) {
+  return text.find_first_not_of(L" \t\r\n") != std::wstring::npos;
+}
+
 bool HasExtent(const SectionEntity& entity) {
   switch (entity.type) {
     case PRO_2D_LINE:
@@ -32,6 +36,9 @@ bool HasExtent(const SectionEntity& entity) {
       const double sweep = entity.end_angle - entity.start_angle;
       return sweep > kAngleSlack && sweep < 2 * std::numbers::pi + kAngleSlack;
     }
+    case PRO_2D_TEXT:
+      return std::fabs(entity.second[0] - entity.first[0]) > kShortest &&
+             std::fabs(entity.second[1] - entity.first[1]) > kShortest;
     case PRO_2D_SPLINE:
       return std::adjacent_find(entity.points.begin(), entity.points.end(),
                                 [](const Point2& a, const Point2& b) { return !AreApart(a, b); }) ==
@@ -57,6 +64,8 @@ bool CanHold(const SectionEntity& entity) {
       return IsFinite(entity.first) && IsRadius(entity.radius);
     case PRO_2D_ELLIPSE:
       return IsFinite(entity.first) && IsRadius(entity.radius) && IsRadius(entity.second_radius);
+    case PRO_2D_TEXT:
+      return IsFinite(entity.first) && IsFinite(entity.second) && HasInk(entity.text);
     case PRO_2D_SPLINE:
       return entity.points.size() >= 2 && std::ranges::all_of(entity.points, IsFinite);
   }

@@ -1,9 +1,9 @@
 // The geometry that came of a model's recipes, as the kernel told it. Lengths in millimetres.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bench/host/model/vector3.h"
@@ -20,7 +20,10 @@ struct FaceInfo {
   double v[2]{};
   Vector3 origin{}, axis{}, x{}, point{}, normal{}, low{}, high{};
   double radius = 0;
+  double minor_radius = 0;
   double half_angle_deg = 0;
+  // The keys of the edges along each contour, the outer contour first.
+  std::vector<std::vector<std::string>> contours{};
 };
 
 struct EdgeInfo {
@@ -30,6 +33,8 @@ struct EdgeInfo {
   std::string type;
   Vector3 from{}, to{};
   double length = 0;
+  // Of circles and arcs: about the axis they run right-handed from the one end to the other.
+  Vector3 center{}, axis{};
 };
 
 struct Box {
@@ -49,6 +54,18 @@ struct Topology {
   std::vector<EdgeInfo> edges;
   std::optional<Box> outline;
   std::optional<MassProperties> mass;
+
+  // Null when there is none of that key.
+  const FaceInfo* Face(std::string_view key) const { return Find(faces, key); }
+  const EdgeInfo* Edge(std::string_view key) const { return Find(edges, key); }
+
+ private:
+  template <typename Info>
+  static const Info* Find(const std::vector<Info>& list, std::string_view key) {
+    for (const Info& each : list)
+      if (each.key == key) return &each;
+    return nullptr;
+  }
 };
 
 }  // namespace bench

@@ -51,6 +51,40 @@ std::vector<ItemReference> ReferencesFromJson(const Json& json, Model& model) {
   return references;
 }
 
+Json CollectionToJson(const Collection& collection, const Model& model) {
+  Json instructions = Json::array();
+  for (const CollectionInstruction& instruction : collection.instructions)
+    instructions.push_back({{"type", instruction.type},
+                            {"include", instruction.include},
+                            {"items", ReferencesToJson(instruction.items, model)}});
+  return {{"of_surfaces", collection.of_surfaces}, {"instructions", std::move(instructions)}};
+}
+
+Collection CollectionFromJson(const Json& json, Model& model) {
+  Collection collection{.of_surfaces = json.at("of_surfaces").get<bool>(), .instructions = {}};
+  for (const Json& each : json.at("instructions"))
+    collection.instructions.push_back({each.at("type").get<int>(), each.at("include").get<bool>(),
+                                       ReferencesFromJson(each.at("items"), model)});
+  return collection;
+}
+
+Json MatrixToJson(const Matrix& matrix) {
+  Json rows = Json::array();
+  for (const auto& row : matrix) {
+    Json& numbers = rows.emplace_back(Json::array());
+    for (const double number : row) numbers.push_back(NumberToJson(number));
+  }
+  return rows;
+}
+
+Matrix MatrixFromJson(const Json& json) {
+  Matrix matrix{};
+  for (std::size_t row = 0; row < matrix.size(); ++row)
+    for (std::size_t column = 0; column < matrix[row].size(); ++column)
+      matrix[row][column] = NumberFromJson(json.at(row).at(column));
+  return matrix;
+}
+
 // A tree's section is mostly the feature's own, and must stay one and the same.
 Json TreeToJson(const ElementNode& node, const Feature& feature, const Model& model) {
   Json json = {{"id", node.id}};
@@ -60,6 +94,8 @@ Json TreeToJson(const ElementNode& node, const Feature& feature, const Model& mo
                         [&](const std::vector<ItemReference>& value) {
                           json["references"] = ReferencesToJson(value, model);
                         },
+                        [&](const Collection& value) { json["collection"] = CollectionToJson(value, model); },
+                        [&](const Matrix& value) { json["matrix"] = MatrixToJson(value); },
                         [&](const std::shared_ptr<SectionData>& value) {
                           if (value && value == feature.section)
                             json["own_section"] = true;
@@ -82,6 +118,8 @@ std::unique_ptr<ElementNode> TreeFromJson(const Json& json, const Feature& featu
   if (json.contains("number")) node->value = NumberFromJson(json["number"]);
   if (json.contains("text")) node->value = FromUtf8(json["text"].get<std::string>());
   if (json.contains("references")) node->value = ReferencesFromJson(json["references"], model);
+  if (json.contains("collection")) node->value = CollectionFromJson(json["collection"], model);
+  if (json.contains("matrix")) node->value = MatrixFromJson(json["matrix"]);
   if (json.contains("own_section")) node->value = feature.section;
   if (json.contains("section")) node->value = SectionFromJson(json["section"]);
   if (json.contains("children"))
@@ -104,6 +142,7 @@ Json FeatureToJson(const Feature& feature, const Model& model) {
           {"status", static_cast<int>(feature.status)},
           {"incomplete", feature.incomplete},
           {"parents", feature.parents},
+          {"members", feature.members},
           {"plane",
            {{"origin", VectorToJson(feature.plane.origin)},
             {"x", VectorToJson(feature.plane.x)},
@@ -121,6 +160,7 @@ std::unique_ptr<Feature> FeatureFromJson(const Json& json, Model& model) {
   feature->status = static_cast<ProFeatStatus>(json.at("status").get<int>());
   feature->incomplete = json.at("incomplete").get<bool>();
   feature->parents = json.at("parents").get<std::vector<int>>();
+  feature->members = json.at("members").get<std::vector<int>>();
   const Json& plane = json.at("plane");
   feature->plane = {VectorFromJson(plane.at("origin")), VectorFromJson(plane.at("x")),
                     VectorFromJson(plane.at("y"))};
@@ -133,6 +173,46 @@ std::unique_ptr<Feature> FeatureFromJson(const Json& json, Model& model) {
                               item.at("key").get<std::string>(), item.at("alive").get<bool>(),
                               FromUtf8(item.at("name").get<std::string>())});
   return feature;
+}
+
+Json ParameterToJson(const Parameter& parameter) {
+  Json json = {
+      {"name", ToUtf8(parameter.name)}, {"unit", ToUtf8(parameter.unit)}, {"locked", parameter.locked}};
+  std::visit(
+      Overloaded{[&](double value) { json["number"] = NumberToJson(value); },
+                 [&](const std::wstring& value) { json["text"] = ToUtf8(value); },
+                 [&](int value) { json["integer"] = value; }, [&](bool value) { json["truth"] = value; }},
+      parameter.value);
+  return json;
+}
+
+Parameter ParameterFromJson(const Json& json) {
+  Parameter parameter;
+  parameter.name = FromUtf8(json.at("name").get<std::string>());
+  parameter.unit = FromUtf8(json.at("unit").get<std::string>());
+  parameter.locked = json.at("locked").get<bool>();
+  if (json.contains("number")) parameter.value = NumberFromJson(json["number"]);
+  if (json.contains("text")) parameter.value = FromUtf8(json["text"].get<std::string>());
+  if (json.contains("integer")) parameter.value = json["integer"].get<int>();
+  if (json.contains("truth")) parameter.value = json["truth"].get<bool>();
+  return parameter;
+}
+
+Json DimensionToJson(const Dimension& dimension) {
+  return {{"id", dimension.id},
+          {"feature", dimension.feature},
+          {"element_path", dimension.source.element_path},
+          {"section_dimension", dimension.source.section_dimension},
+          {"is_angle", dimension.is_angle},
+          {"relation_driven", dimension.relation_driven}};
+}
+
+Dimension DimensionFromJson(const Json& json) {
+  return {json.at("id").get<int>(),
+          json.at("feature").get<int>(),
+          {json.at("element_path").get<std::vector<int>>(), json.at("section_dimension").get<int>()},
+          json.at("is_angle").get<bool>(),
+          json.at("relation_driven").get<bool>()};
 }
 
 void CheckIds(const Model& model) {
@@ -169,8 +249,10 @@ ProMdlType ReadHead(const Json& json) {
 }  // namespace
 
 std::string ModelToText(const Model& model) {
-  Json features = Json::array();
+  Json features = Json::array(), parameters = Json::array(), dimensions = Json::array();
   for (const auto& feature : model.features) features.push_back(FeatureToJson(*feature, model));
+  for (const Parameter& parameter : model.parameters) parameters.push_back(ParameterToJson(parameter));
+  for (const Dimension& dimension : model.dimensions) dimensions.push_back(DimensionToJson(dimension));
   const Json json = {{"format", kFormat},
                      {"version", kFormatVersion},
                      {"type", Word(model.type)},
@@ -178,6 +260,9 @@ std::string ModelToText(const Model& model) {
                      {"length_unit", Word(model.length_unit)},
                      {"next_id", model.next_id},
                      {"features", std::move(features)},
+                     {"parameters", std::move(parameters)},
+                     {"dimensions", std::move(dimensions)},
+                     {"next_dimension", model.next_dimension},
                      {"ids_of_keys", model.ids_of_keys}};
   return json.dump(1) + "\n";
 }
@@ -192,6 +277,11 @@ std::unique_ptr<Model> ModelFromText(std::string_view text) {
   model->length_unit = *unit;
   model->next_id = json.at("next_id").get<int>();
   for (const Json& feature : json.at("features")) model->features.push_back(FeatureFromJson(feature, *model));
+  for (const Json& parameter : json.at("parameters"))
+    model->parameters.push_back(ParameterFromJson(parameter));
+  for (const Json& dimension : json.at("dimensions"))
+    model->dimensions.push_back(DimensionFromJson(dimension));
+  model->next_dimension = json.at("next_dimension").get<int>();
   model->ids_of_keys = json.at("ids_of_keys").get<std::map<std::string, int>>();
   CheckIds(*model);
   model->modified = false;

@@ -1,0 +1,305 @@
+// Datum axes, local groups, patterns, geometry mirrors and solidifies, made as an add-in makes them.
+#include <ProArray.h>
+#include <ProModelitem.h>
+#include <ProPattern.h>
+#include <ProReference.h>
+
+#include <numbers>
+
+#include "bench/host/features/feature_removal.h"
+#include "bench/host/features/local_group.h"
+#include "bench/host/features/pattern.h"
+#include "bench/host/storage/model_json.h"
+#include "tests/host/feature_ground.h"
+
+namespace bench {
+namespace {
+
+using support::Creation;
+using support::NameBuffer;
+using support::Tree;
+
+constexpr double kPi = std::numbers::pi;
+
+struct Directions {
+  int count = 3;
+  double spacing = 10;
+  int second_count = 0;  // 0: no second direction
+  double second_spacing = 10;
+  int flip = 0;
+};
+
+class PatternsTest : public support::FeatureTest {
+ protected:
+  // A plate 40 by 20 by 10 and a boss of radius 2 and height 15 at (5, 5), 5 of it above the plate.
+  void SetUp() override {
+    FeatureTest::SetUp();
+    if (HasFatalFailure()) return;
+    plate_ = Extrude(*part_, Plate(), {}).feature;
+    boss_ = Extrude(*part_, Circle(5, 5, 2), {.depth = 15}).feature;
+  }
+
+  // Hangs the elements into a tree of root 604.
+  void FillDirection(Tree& tree, ProElement parent, bool second, ProModelitem plane, double spacing,
+                     int count, int flip) {
+    const ProElement direction = tree.Compound(tree.Compound(parent, second ? 3292 : 3291), 3252);
+    tree.Reference(direction, 3253, plane);
+    tree.Integer(direction, 3254, flip);
+    tree.Integer(parent, second ? 3308 : 3307, 0);
+    tree.Integer(parent, second ? 4027 : 4026, -1);
+    tree.Double(parent, second ? 3275 : 3274, spacing);
+    tree.Compound(parent, second ? 3135 : 3133);
+    tree.Integer(parent, second ? 3136 : 3134, count);
+  }
+
+  ProError Pattern(ProFeature leader, const Directions& how, ProPatternClass kind = PRO_FEAT_PATTERN) {
+    Tree tree(0, 604);
+    tree.Integer(tree.Root(), 3124, 5);
+    tree.Integer(tree.Root(), 3131, 4);
+    const ProElement directions = tree.Compound(tree.Root(), 3129);
+    FillDirection(tree, directions, false, PlaneOf(*part_, L"RIGHT"), how.spacing, how.count, how.flip);
+    if (how.second_count != 0)
+      FillDirection(tree, directions, true, PlaneOf(*part_, L"TOP"), how.second_spacing, how.second_count, 0);
+    return ProPatternCreate(&leader, kind, tree.Root());
+  }
+
+  ProError PatternAbout(ProFeature leader, ProModelitem axis, double step, int count,
+                        std::optional<double> whole = {}) {
+    Tree tree(0, 604);
+    tree.Integer(tree.Root(), 3124, 6);
+    tree.Integer(tree.Root(), 3131, 4);
+    const ProElement about = tree.Compound(tree.Root(), 3130);
+    tree.Reference(about, 3273, axis);
+    tree.Integer(about, 3309, 0);
+    tree.Compound(about, 3133);
+    tree.Integer(about, 3134, count);
+    tree.Double(about, 3276, step);
+    if (whole) tree.Double(about, 3297, *whole);
+    return ProPatternCreate(&leader, PRO_FEAT_PATTERN, tree.Root());
+  }
+
+  Creation Axis(ProModelitem plane1, ProModelitem plane2, std::wstring name = L"AXIS") {
+    Tree tree;
+    tree.Integer(tree.Root(), 387, 926);
+    tree.Text(tree.Root(), 1964, name);
+    const ProElement constraints = tree.Compound(tree.Root(), 2015);
+    for (const ProModelitem& plane : {plane1, plane2}) {
+      const ProElement constraint = tree.Compound(constraints, 2016);
+      tree.Integer(constraint, 2017, 1);
+      tree.Reference(constraint, 2018, plane);
+    }
+    return Create(*part_, tree.Root(), 1);
+  }
+
+  ProModelitem AxisNamed(std::wstring_view name) {
+    ProModelitem axis{};
+    EXPECT_EQ(ProModelitemByNameInit(part_, PRO_AXIS, NameBuffer(name), &axis), PRO_TK_NO_ERROR);
+    return axis;
+  }
+
+  ProError Group(std::vector<int> ids, ProFeature& group, std::wstring_view name = L"GROUP") {
+    return ProLocalGroupCreate(Solid(), ids.data(), static_cast<int>(ids.size()), NameBuffer(name), &group);
+  }
+
+  Creation Mirror(const std::vector<ProModelitem>& items, ProModelitem plane, int option = 1) {
+    Tree tree;
+    tree.Integer(tree.Root(), 387, 950);
+    tree.Integer(tree.Root(), 3182, 1);
+    tree.References(tree.Root(), 3161, items);
+    tree.Reference(tree.Root(), 3162, plane);
+    tree.Integer(tree.Root(), 3163, 0);
+    return Create(*part_, tree.Root(), option);
+  }
+
+  Creation Solidify(ProModelitem quilt) {
+    Tree tree;
+    tree.Integer(tree.Root(), 387, 917);
+    tree.Integer(tree.Root(), 388, 512);
+    tree.Reference(tree.Root(), 3023, quilt);
+    return Create(*part_, tree.Root(), 1);
+  }
+
+  // The living items of that type of all features, or of one.
+  std::vector<ProModelitem> Items(ProType type, int owner = -1) {
+    std::vector<ProModelitem> items;
+    for (const auto& feature : part_->features)
+      for (const GeometryItem& item : feature->items)
+        if (item.type == type && item.alive && !item.key.empty() && (owner < 0 || feature->id == owner))
+          items.push_back({type, item.id, part_});
+    return items;
+  }
+
+  // What `boss_` is above the plate.
+  static constexpr double kPlate = 40 * 20 * 10, kBoss = kPi * 4 * 5;
+  ProFeature plate_{}, boss_{};
+};
+
+TEST_F(PatternsTest, DirectionPatternIsOneFeatureOfItsLeader) {
+  ASSERT_EQ(Pattern(boss_, {.count = 3, .second_count = 2}), PRO_TK_NO_ERROR);
+  ExpectVolume(kPlate + 6 * kBoss);
+  ProPattern pattern{};
+  ASSERT_EQ(ProFeaturePatternGet(&boss_, PRO_FEAT_PATTERN, &pattern), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProFeaturePatternGet(&boss_, PRO_GROUP_PATTERN, &pattern), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProFeaturePatternGet(&plate_, PRO_FEAT_PATTERN, &pattern), PRO_TK_E_NOT_FOUND);
+  EXPECT_EQ(ProModelitemNameSet(&pattern, NameBuffer(L"Pattern 1")), PRO_TK_NO_ERROR);
+  EXPECT_EQ(part_->FindFeature(pattern.id)->type, kPattern);
+  // A wall and an end of each of five copies.
+  EXPECT_EQ(Items(PRO_SURFACE, pattern.id).size(), 10u);
+
+  const std::string before = Snapshot(*part_);
+  EXPECT_NE(Pattern(boss_, {}), PRO_TK_NO_ERROR) << "a second one";
+  EXPECT_EQ(Snapshot(*part_), before);
+  ASSERT_EQ(ProFeatureDelete(Solid(), &pattern.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  ExpectVolume(kPlate + kBoss);
+  EXPECT_EQ(Pattern(boss_, {}), PRO_TK_NO_ERROR) << "again";
+}
+
+TEST_F(PatternsTest, SpacingAndFlipSetTheSense) {
+  // Beside the plate, on the left, stands the whole boss; copies at x = -5 and -15.
+  ASSERT_EQ(Pattern(boss_, {.spacing = -10}), PRO_TK_NO_ERROR);
+  ExpectOutline({-17, 0, 0}, {40, 20, 15});
+  ProPattern pattern{};
+  ASSERT_EQ(ProFeaturePatternGet(&boss_, PRO_FEAT_PATTERN, &pattern), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProFeatureDelete(Solid(), &pattern.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  ASSERT_EQ(Pattern(boss_, {.flip = 1}), PRO_TK_NO_ERROR);
+  ExpectOutline({-17, 0, 0}, {40, 20, 15});
+}
+
+TEST_F(PatternsTest, AxisPatternTurnsAboutADatumAxis) {
+  // RIGHT's and TOP's normals are +X and +Y: the axis is +Z, and a quarter turn takes (5, 5) to (-5, 5).
+  const Creation axis = Axis(PlaneOf(*part_, L"RIGHT"), PlaneOf(*part_, L"TOP"));
+  ASSERT_EQ(axis.status, PRO_TK_NO_ERROR);
+  ASSERT_EQ(PatternAbout(boss_, AxisNamed(L"axis"), 90, 2), PRO_TK_NO_ERROR);
+  ExpectOutline({-7, 0, 0}, {40, 20, 15});
+  ExpectVolume(kPlate + kBoss + kPi * 4 * 15);
+  // The axis is a parent of the pattern.
+  int id = axis.feature.id;
+  EXPECT_NE(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+
+  // On the plate's sides x = 40 and y = 20 the axis is (40, 20, z); a half turn takes (5, 15) to (75, 25).
+  ProModelitem sides[2]{};
+  for (const FaceInfo& face : part_->topology.faces)
+    for (const ProModelitem& item : Items(PRO_SURFACE, plate_.id))
+      if (part_->FindItem(item.type, item.id)->key == face.key)
+        for (int i = 0; i < 2; ++i)
+          if (face.normal[i] > 0.5) sides[i] = item;
+  ASSERT_EQ(Axis(sides[0], sides[1], L"CORNER").status, PRO_TK_NO_ERROR);
+  const ProFeature second = Extrude(*part_, Circle(5, 15, 1), {.depth = 20}).feature;
+  ASSERT_EQ(PatternAbout(second, AxisNamed(L"CORNER"), 180, 2, 360), PRO_TK_NO_ERROR);
+  ExpectOutline({-7, 0, 0}, {76, 26, 20});
+}
+
+TEST_F(PatternsTest, MirroredAxisLiesOnTheOtherSide) {
+  ASSERT_EQ(Axis(PlaneOf(*part_, L"FRONT"), PlaneOf(*part_, L"TOP"), L"ALONG_X").status, PRO_TK_NO_ERROR);
+  // About the plate's top at z = 10, the axis along +Y through the origin comes to lie at z = 20.
+  ASSERT_EQ(Axis(PlaneOf(*part_, L"FRONT"), PlaneOf(*part_, L"RIGHT"), L"ALONG_Y").status, PRO_TK_NO_ERROR);
+  ProModelitem top{};
+  for (const ProModelitem& item : Items(PRO_SURFACE, plate_.id))
+    if (part_->FindItem(item.type, item.id)->key.ends_with(":end")) top = item;
+  const Creation mirror = Mirror({AxisNamed(L"ALONG_X"), AxisNamed(L"ALONG_Y")}, top);
+  ASSERT_EQ(mirror.status, PRO_TK_NO_ERROR);
+  const auto& items = part_->FindFeature(mirror.feature.id)->items;
+  ASSERT_EQ(items.size(), 2u);
+  // A half turn about it takes the boss, z 0..15 at x = 5, to z 25..40 at x = -5.
+  ASSERT_EQ(PatternAbout(boss_, {PRO_AXIS, items[1].id, part_}, 180, 2), PRO_TK_NO_ERROR);
+  ExpectOutline({-7, 0, 0}, {40, 20, 40});
+}
+
+TEST_F(PatternsTest, WrongTreesAreRefused) {
+  ASSERT_EQ(Axis(PlaneOf(*part_, L"RIGHT"), PlaneOf(*part_, L"TOP")).status, PRO_TK_NO_ERROR);
+  const ProModelitem axis = AxisNamed(L"AXIS"), right = PlaneOf(*part_, L"RIGHT");
+  const ProFeature lone = Circle(100, 100, 1);
+  const std::string before = Snapshot(*part_);
+  EXPECT_NE(Pattern(boss_, {.count = 1}), PRO_TK_NO_ERROR);
+  EXPECT_NE(Pattern(boss_, {.count = 1001}), PRO_TK_NO_ERROR);
+  EXPECT_NE(Pattern(boss_, {.count = 500, .second_count = 3}), PRO_TK_NO_ERROR);
+  EXPECT_NE(Pattern(boss_, {.spacing = 0}), PRO_TK_NO_ERROR);
+  EXPECT_NE(Pattern(boss_, {.second_count = 1}), PRO_TK_NO_ERROR);
+  EXPECT_NE(Pattern(boss_, {}, PRO_GROUP_PATTERN), PRO_TK_NO_ERROR);
+  EXPECT_NE(PatternAbout(boss_, axis, 0, 4), PRO_TK_NO_ERROR);
+  EXPECT_NE(PatternAbout(boss_, axis, 90, 1), PRO_TK_NO_ERROR);
+  EXPECT_NE(PatternAbout(boss_, axis, 90, 4, 270), PRO_TK_NO_ERROR) << "four steps are a full turn";
+  EXPECT_NE(PatternAbout(boss_, right, 90, 4), PRO_TK_NO_ERROR) << "a plane is no axis";
+  EXPECT_NE(Axis(right, right).status, PRO_TK_NO_ERROR) << "parallel planes";
+  EXPECT_NE(Axis(right, axis).status, PRO_TK_NO_ERROR);
+  EXPECT_NE(Mirror({PlaneOf(*part_, L"TOP")}, right).status, PRO_TK_NO_ERROR) << "a datum plane";
+  EXPECT_NE(Mirror({Items(PRO_EDGE).front()}, right).status, PRO_TK_NO_ERROR);
+  EXPECT_NE(Mirror({axis}, axis).status, PRO_TK_NO_ERROR);
+  EXPECT_NE(Solidify(right).status, PRO_TK_NO_ERROR);
+  Tree misplaced(0, 604);
+  EXPECT_NE(Create(*part_, misplaced.Root(), 1).status, PRO_TK_NO_ERROR) << "a pattern without a leader";
+  EXPECT_EQ(Snapshot(*part_), before);
+  EXPECT_EQ(Pattern(lone, {}), PRO_TK_NO_ERROR) << "a sketch alone can be repeated";
+}
+
+TEST_F(PatternsTest, GroupNeedsNeighboursAndStandsForThem) {
+  // boss_ is followed by the sketch of its bore and the bore.
+  const ProFeature circle = Circle(5, 5, 1);
+  const ProFeature bore = Extrude(*part_, circle, {.second_side = 1048576, .depth = {}, .cut = true}).feature;
+  const double before_group = kPlate + kBoss - kPi * 15;
+  ExpectVolume(before_group);
+  ProFeature group{};
+  const std::string before = Snapshot(*part_);
+  EXPECT_NE(Group({boss_.id, bore.id}, group), PRO_TK_NO_ERROR) << "the sketch is between them";
+  EXPECT_NE(Group({boss_.id}, group), PRO_TK_NO_ERROR);
+  EXPECT_NE(Group({boss_.id, boss_.id}, group), PRO_TK_NO_ERROR);
+  EXPECT_NE(Group({boss_.id, 9999}, group), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Snapshot(*part_), before);
+  ASSERT_EQ(Group({bore.id, boss_.id, circle.id}, group), PRO_TK_NO_ERROR);
+  EXPECT_EQ(part_->FindFeature(group.id)->type, kLocalGroup);
+  EXPECT_EQ(part_->FindFeature(group.id)->name, L"GROUP");
+  EXPECT_NE(Group({circle.id, bore.id}, group), PRO_TK_NO_ERROR) << "they are in a group";
+
+  ASSERT_EQ(SuppressFeatures(*part_, {group.id}), PRO_TK_NO_ERROR);
+  ExpectVolume(kPlate);
+  ASSERT_EQ(ResumeFeatures(*part_, {group.id}, false), PRO_TK_NO_ERROR);
+  ExpectVolume(before_group);
+  EXPECT_EQ(Pattern(group, {}), PRO_TK_BAD_INPUTS) << "of a single feature";
+  ASSERT_EQ(Pattern(group, {}, PRO_GROUP_PATTERN), PRO_TK_NO_ERROR);
+  ExpectVolume(kPlate + 3 * (kBoss - kPi * 15));
+  const auto text = ModelToText(*part_);
+  EXPECT_EQ(ModelToText(*ModelFromText(text)), text);
+
+  int id = group.id;
+  EXPECT_NE(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR) << "the pattern stands on it";
+  ProFeatureDeleteOptions along[] = {static_cast<ProFeatureDeleteOptions>(1)};
+  ASSERT_EQ(ProFeatureDelete(Solid(), &id, 1, along, 1), PRO_TK_NO_ERROR);
+  for (const int gone : {group.id, boss_.id, circle.id, bore.id}) EXPECT_FALSE(part_->FindFeature(gone));
+  ExpectVolume(kPlate);
+}
+
+TEST_F(PatternsTest, DeletedMemberTakesItsGroupAlong) {
+  const ProFeature circle = Circle(20, 5, 1);
+  ProFeature group{};
+  ASSERT_EQ(Group({boss_.id, circle.id}, group, L"PLATE"), PRO_TK_NO_ERROR);
+  EXPECT_EQ(part_->FindFeature(group.id)->name, L"") << "the sketch has that name";
+  int id = circle.id;
+  EXPECT_NE(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  ProFeatureDeleteOptions along[] = {static_cast<ProFeatureDeleteOptions>(1)};
+  ASSERT_EQ(ProFeatureDelete(Solid(), &id, 1, along, 1), PRO_TK_NO_ERROR);
+  EXPECT_FALSE(part_->FindFeature(group.id));
+  EXPECT_TRUE(part_->FindFeature(boss_.id));
+}
+
+TEST_F(PatternsTest, MirroredGeometryIsAQuiltUntilItIsSolid) {
+  const Creation mirror = Mirror(Items(PRO_SURFACE), PlaneOf(*part_, L"RIGHT"));
+  ASSERT_EQ(mirror.status, PRO_TK_NO_ERROR);
+  ExpectVolume(kPlate + kBoss);
+  const auto quilts = Items(PRO_QUILT, mirror.feature.id);
+  ASSERT_EQ(quilts.size(), 1u);
+  const Creation solid = Solidify(quilts.front());
+  ASSERT_EQ(solid.status, PRO_TK_NO_ERROR);
+  ExpectVolume(2 * (kPlate + kBoss));
+  ExpectOutline({-40, 0, 0}, {40, 20, 15});
+  EXPECT_EQ(part_->FindFeature(solid.feature.id)->type, 917);
+  EXPECT_TRUE(Items(PRO_QUILT).empty());
+
+  int id = solid.feature.id;
+  ASSERT_EQ(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  const auto back = Items(PRO_QUILT);
+  ASSERT_EQ(back.size(), 1u);
+  EXPECT_EQ(back.front().id, quilts.front().id);
+}
+
+}  // namespace
+}  // namespace bench
