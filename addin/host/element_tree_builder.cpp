@@ -1,5 +1,11 @@
 #include "addin/host/element_tree_builder.h"
 
+#include <ProFeature.h>
+
+#include <algorithm>
+
+#include "addin/host/references.h"
+
 namespace vek {
 
 ElementTreeBuilder::ElementTreeBuilder(int root_id, std::wstring_view failure)
@@ -58,6 +64,21 @@ ElementTreeBuilder::Row ElementTreeBuilder::Text(Row parent, int id, std::wstrin
   return Add(parent, id, [&text](ProElement element) { return ProElementWstringSet(element, text.data()); });
 }
 
+ElementTreeBuilder::Row ElementTreeBuilder::Matrix(Row parent, int id, const ProMatrix& value) {
+  ProMatrix matrix;
+  std::copy(&value[0][0], &value[0][0] + 16, &matrix[0][0]);
+  return Add(parent, id,
+             [&matrix](ProElement element) { return ProFeatureD3elemMatrixSet(element, matrix); });
+}
+
+ElementTreeBuilder::Row ElementTreeBuilder::Collection(Row parent, int id, OwnedCollection& collection) {
+  return Add(parent, id, [&collection](ProElement element) {
+    const ProError status = ProElementCollectionSet(element, collection.get());
+    if (status == PRO_TK_NO_ERROR) collection.release();
+    return status;
+  });
+}
+
 void ElementTreeBuilder::UncheckedText(Row parent, int id, std::wstring_view value) {
   if (!ok_) return;
   OwnedElement element;
@@ -75,20 +96,10 @@ ElementTreeBuilder::Row ElementTreeBuilder::AddReferring(
   return row;
 }
 
-OwnedReference ElementTreeBuilder::MakeReference(const ProModelitem& item, ProError& status) {
-  OwnedReference reference;
-  status = ProReferenceAlloc(reference.out());
-  if (status != PRO_TK_NO_ERROR) return {};
-  ProModelitem target = item;
-  status = ProReferenceSet(reference.get(), nullptr, &target);
-  return reference;
-}
-
 ElementTreeBuilder::Row ElementTreeBuilder::Reference(Row parent, int id, const ProModelitem& item) {
   if (!ok_) return Row();
-  ProError status = PRO_TK_NO_ERROR;
-  OwnedReference reference = MakeReference(item, status);
-  if (status != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
+  OwnedReference reference;
+  if (MakeReference(item, reference) != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
   const ProReference handle = reference.get();
   references_.push_back(std::move(reference));
   return AddReferring(parent, id,
@@ -146,8 +157,8 @@ ElementTreeBuilder::Row ElementTreeBuilder::References(Row parent, int id,
   OwnedArray<ProReference> handles;
   if (handles.Allocate(0) != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
   for (const ProModelitem& item : items) {
-    ProError status = PRO_TK_NO_ERROR;
-    OwnedReference reference = MakeReference(item, status);
+    OwnedReference reference;
+    ProError status = MakeReference(item, reference);
     if (status == PRO_TK_NO_ERROR) status = handles.Append(reference.get());
     if (status != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
     references_.push_back(std::move(reference));

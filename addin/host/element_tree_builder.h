@@ -54,6 +54,9 @@ class ElementTreeBuilder {
   Row Integer(Row parent, int id, int value);
   Row Double(Row parent, int id, double value);
   Row Text(Row parent, int id, std::wstring_view value);
+  Row Matrix(Row parent, int id, const ProMatrix& value);
+  // From here on the collection belongs to the tree; it stays with the caller when the row fails before that.
+  Row Collection(Row parent, int id, OwnedCollection& collection);
   // A text row whose calls may all fail without harm.
   void UncheckedText(Row parent, int id, std::wstring_view value);
 
@@ -82,8 +85,6 @@ class ElementTreeBuilder {
   // The same for a row of references, which answers with the status of its value alone: -1 for all else.
   Row AddReferring(Row parent, int id, const std::function<ProError(ProElement)>& set_value);
   Row Fail(std::wstring_view message, ProError status);
-
-  OwnedReference MakeReference(const ProModelitem& item, ProError& status);
 
   // Destroyed from the last to the first: the tree, then its references, then their selections.
   std::vector<OwnedSelection> selections_;

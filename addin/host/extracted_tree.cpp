@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "addin/host/element_path.h"
 #include "addin/host/owned.h"
 
 namespace vek {
@@ -24,18 +25,7 @@ ProError ExtractedTree::Extract(const ProFeature& feature) {
 }
 
 ProError ExtractedTree::Follow(std::span<const int> ids, ProElement& element) const {
-  element = nullptr;
-  std::vector<ProElempathItem> items(ids.size());
-  for (std::size_t i = 0; i < ids.size(); ++i) {
-    items[i].type = PRO_ELEM_PATH_ITEM_ID;
-    items[i].path_item.elem_id = static_cast<ProElemId>(ids[i]);
-  }
-  OwnedElementPath path;
-  ProError status = ProElempathAlloc(path.out());
-  if (status != PRO_TK_NO_ERROR) return status;
-  status = ProElempathDataSet(path.get(), items.data(), static_cast<int>(items.size()));
-  if (status != PRO_TK_NO_ERROR) return status;
-  return ProElemtreeElementGet(tree_, path.get(), &element);
+  return FollowElementPath(tree_, ids, element);
 }
 
 ProError ExtractedTree::ChildIds(std::span<const int> ids, std::vector<int>& children) const {
@@ -51,6 +41,25 @@ ProError ExtractedTree::ChildIds(std::span<const int> ids, std::vector<int>& chi
     if (ProElementIdGet(elements[i], &id) == PRO_TK_NO_ERROR) children.push_back(static_cast<int>(id));
   }
   return PRO_TK_NO_ERROR;
+}
+
+ProError ExtractedTree::SetInteger(std::span<const int> ids, int value) const {
+  ProElement element = nullptr;
+  const ProError status = Follow(ids, element);
+  return status == PRO_TK_NO_ERROR ? ProElementIntegerSet(element, value) : status;
+}
+
+ProError ExtractedTree::SetReference(std::span<const int> ids, ProReference reference) const {
+  ProElement element = nullptr;
+  const ProError status = Follow(ids, element);
+  return status == PRO_TK_NO_ERROR ? ProElementReferenceSet(element, reference) : status;
+}
+
+ProError ExtractedTree::Remove(std::span<const int> ids) const {
+  OwnedElement removed;
+  const ProError status = RemoveElement(tree_, ids, removed);
+  if (status == PRO_TK_NO_ERROR && !removed) return PRO_TK_E_NOT_FOUND;
+  return status;
 }
 
 ProError ExtractedTree::SectionOf(ProElement element, ProSection& section) {

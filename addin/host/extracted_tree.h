@@ -25,6 +25,12 @@ class ExtractedTree {
   ProError Follow(std::span<const int> ids, ProElement& element) const;
   // The ids of the children of the element at the end of `ids`.
   ProError ChildIds(std::span<const int> ids, std::vector<int>& children) const;
+  // Gives the integer element at the end of `ids` another value.
+  ProError SetInteger(std::span<const int> ids, int value) const;
+  // Makes the element at the end of `ids` refer to what `reference` refers to.
+  ProError SetReference(std::span<const int> ids, ProReference reference) const;
+  // Takes the element at the end of `ids` out and frees it.
+  ProError Remove(std::span<const int> ids) const;
   // The section that an element holds. It belongs to the tree.
   static ProError SectionOf(ProElement element, ProSection& section);
 

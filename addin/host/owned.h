@@ -4,6 +4,7 @@
 #pragma once
 
 #include <ProArray.h>
+#include <ProCollect.h>
 #include <ProElement.h>
 #include <ProReference.h>
 #include <ProSection.h>
@@ -60,18 +61,39 @@ inline void FreeElementPath(ProElempath& path) {
 inline void FreeSelection(ProSelection& selection) {
   ProSelectionFree(&selection);
 }
+inline void FreeSelections(ProSelection*& selections) {
+  ProSelectionarrayFree(selections);
+}
 inline void FreeReference(ProReference& reference) {
   ProReferenceFree(reference);
 }
 inline void FreeSectionErrors(ProWSecerror& errors) {
   ProSecerrorFree(&errors);
 }
+inline void FreeCollection(ProCollection& collection) {
+  ProCollectionFree(&collection);
+}
+inline void FreeCurveInstruction(ProCrvcollinstr& instruction) {
+  ProCrvcollinstrFree(instruction);
+}
+inline void FreeSurfaceInstruction(ProSrfcollinstr& instruction) {
+  ProSrfcollinstrFree(instruction);
+}
+inline void FreeSurfaceReference(ProSrfcollref& reference) {
+  ProSrfcollrefFree(reference);
+}
 }  // namespace owned_detail
 
 using OwnedElement = Owned<ProElement, owned_detail::FreeElement>;
 using OwnedElementPath = Owned<ProElempath, owned_detail::FreeElementPath>;
 using OwnedSelection = Owned<ProSelection, owned_detail::FreeSelection>;
+// An array that owns the selections in it.
+using OwnedSelections = Owned<ProSelection*, owned_detail::FreeSelections>;
 using OwnedReference = Owned<ProReference, owned_detail::FreeReference>;
+using OwnedCollection = Owned<ProCollection, owned_detail::FreeCollection>;
+using OwnedCurveInstruction = Owned<ProCrvcollinstr, owned_detail::FreeCurveInstruction>;
+using OwnedSurfaceInstruction = Owned<ProSrfcollinstr, owned_detail::FreeSurfaceInstruction>;
+using OwnedSurfaceReference = Owned<ProSrfcollref, owned_detail::FreeSurfaceReference>;
 using OwnedSectionErrors = Owned<ProWSecerror, owned_detail::FreeSectionErrors>;
 
 // An expandable array of `T`.

@@ -4,7 +4,10 @@
 // thrown again here.
 #pragma once
 
+#include <ProDimension.h>
 #include <ProFeature.h>
+#include <ProGeomitem.h>
+#include <ProParameter.h>
 #include <ProSolid.h>
 
 #include <exception>
@@ -47,7 +50,49 @@ ProError VisitFeatures(ProMdl model, Action&& action) {
       ProSolidFeatVisit(static_cast<ProSolid>(model), &Step::template Step<ProFeature>, nullptr, &visit));
 }
 
-// The items of `type` that belong to `feature`: 5 surfaces, 62 curves, 66 points.
+// `action(ProSurface, ProError filter_status) -> ProError`, for each surface of the model's solid.
+template <typename Action>
+ProError VisitSurfaces(ProMdl model, Action&& action) {
+  visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};
+  using Step = decltype(visit);
+  return visit.End(
+      ProSolidSurfaceVisit(static_cast<ProSolid>(model), &Step::template Step<CreoSurface>, nullptr, &visit));
+}
+
+// `action(ProContour, ProError filter_status) -> ProError`.
+template <typename Action>
+ProError VisitContours(ProSurface surface, Action&& action) {
+  visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};
+  using Step = decltype(visit);
+  return visit.End(ProSurfaceContourVisit(surface, &Step::template Step<CreoContour>, nullptr, &visit));
+}
+
+// `action(ProEdge, ProError filter_status) -> ProError`.
+template <typename Action>
+ProError VisitEdges(ProSurface surface, ProContour contour, Action&& action) {
+  visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};
+  using Step = decltype(visit);
+  return visit.End(ProContourEdgeVisit(surface, contour, &Step::template Step<CreoEdge>, nullptr, &visit));
+}
+
+// `action(ProParameter*, ProError filter_status) -> ProError`, for each parameter of the model or item.
+template <typename Action>
+ProError VisitParameters(ProModelitem& owner, Action&& action) {
+  visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};
+  using Step = decltype(visit);
+  return visit.End(ProParameterVisit(&owner, nullptr, &Step::template Step<ProParameter>, &visit));
+}
+
+// `action(ProDimension*, ProError filter_status) -> ProError`, for each dimension that drives the solid.
+template <typename Action>
+ProError VisitDimensions(ProMdl model, Action&& action) {
+  visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};
+  using Step = decltype(visit);
+  return visit.End(ProSolidDimensionVisit(static_cast<ProSolid>(model), PRO_B_FALSE,
+                                          &Step::template Step<ProDimension>, nullptr, &visit));
+}
+
+// The items of `type` that belong to `feature`: 5 surfaces, 21 axes, 57 quilts, 62 curves, 66 points.
 template <typename Action>
 ProError VisitGeometry(ProFeature& feature, int type, Action&& action) {
   visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vek {
 
@@ -13,6 +14,29 @@ bool FileExists(const std::wstring& path);
 
 // Makes `directory` with its parents unless something stands there. False when it could not be made.
 bool EnsureDirectory(const std::wstring& directory);
+
+// The names of the files, not directories, that match a path whose last part may hold wildcards; in the order
+// in which the disk gives them. False when it gives nothing at all.
+bool FilesMatching(const std::wstring& pattern, std::vector<std::wstring>& names);
+
+// `path` from its root on, without steps back. False when it doesn't fit into 260 characters.
+bool FullPath(const std::wstring& path, std::wstring& full);
+
+// Removes a file. 0, or the system's error code.
+unsigned long DeleteFileAt(const std::wstring& path);
+
+// The user's folder for what applications keep on this machine; empty when there is none.
+std::wstring LocalApplicationData();
+
+// The bytes of a file, whole. False when it can't be opened or read.
+bool ReadWholeFile(const std::wstring& path, std::string& bytes);
+
+// Puts a file of these bytes in the place of one that may be there; nobody else may have it open. False when
+// that fails, which may leave a part of it.
+bool WriteWholeFile(const std::wstring& path, const std::string& bytes);
+
+// The value of a variable in the process's environment; empty when it isn't set.
+std::wstring EnvironmentVariable(const std::wstring& name);
 
 // Milliseconds since the system started, as an unsigned 32-bit count that wraps.
 unsigned TickCount();

@@ -6,9 +6,9 @@
 
 namespace vek {
 
-// A file that takes one line at a time. Each line is one open, write, flush and close. Opening grants no sharing,
-// so the retry of a failed open (after 5 ms, 20 attempts in all) is the only mutual exclusion between threads, and
-// with other processes. A line that still can't be written is lost without a trace.
+// A file that takes one line at a time. Each line is one open, write, flush and close. Opening grants no
+// sharing, so the retry of a failed open (after 5 ms, 20 attempts in all) is the only mutual exclusion
+// between threads, and with other processes. A line that still can't be written is lost without a trace.
 class LogFile {
  public:
   explicit LogFile(std::wstring path);

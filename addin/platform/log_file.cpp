@@ -5,6 +5,8 @@
 #include <ctime>
 #include <utility>
 
+#include "addin/platform/owned_handle.h"
+
 namespace vek {
 namespace {
 
@@ -37,12 +39,11 @@ LogFile::LogFile(std::wstring path) : path_(std::move(path)) {}
 
 void LogFile::Write(std::string_view message) const {
   const std::string line = ("[" + TimeOfDay() + "] ").append(message) + "\n";
-  const HANDLE file = OpenAlone(path_);
-  if (file == INVALID_HANDLE_VALUE) return;
+  const OwnedHandle file(OpenAlone(path_));
+  if (!file) return;
   DWORD written = 0;
-  ::WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
-  ::FlushFileBuffers(file);
-  ::CloseHandle(file);
+  ::WriteFile(file.get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+  ::FlushFileBuffers(file.get());
 }
 
 }  // namespace vek

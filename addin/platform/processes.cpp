@@ -5,6 +5,7 @@
 #include <shellapi.h>
 #include <tlhelp32.h>
 
+#include "addin/platform/owned_handle.h"
 #include "addin/text/format.h"
 #include "addin/text/wide_text.h"
 
@@ -13,21 +14,6 @@ namespace {
 
 constexpr DWORD kDetachedWithoutWindow = CREATE_NO_WINDOW | DETACHED_PROCESS;
 static_assert(kDetachedWithoutWindow == 0x08000008);
-
-// Closed on every path.
-class OwnedHandle {
- public:
-  explicit OwnedHandle(HANDLE handle) : handle_(handle) {}
-  ~OwnedHandle() {
-    if (handle_ != INVALID_HANDLE_VALUE && handle_ != nullptr) ::CloseHandle(handle_);
-  }
-  OwnedHandle(const OwnedHandle&) = delete;
-  OwnedHandle& operator=(const OwnedHandle&) = delete;
-  HANDLE get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
 
 bool Start(const ProgramCall& call, DWORD creation_flags, PROCESS_INFORMATION& process) {
   // The system writes into the command line that it is given.
@@ -77,7 +63,7 @@ bool RunDetached(const ProgramCall& call) {
 
 bool IsProgramRunning(std::wstring_view name) {
   const OwnedHandle snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
-  if (snapshot.get() == INVALID_HANDLE_VALUE) return false;
+  if (!snapshot) return false;
   PROCESSENTRY32W entry{};
   entry.dwSize = sizeof entry;
   for (BOOL more = ::Process32FirstW(snapshot.get(), &entry); more;

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
+#include <thread>
 
 #include "addin/platform/files.h"
 #include "addin/platform/processes.h"
@@ -25,6 +26,9 @@ class CompanionApp : public testing::Test {
  protected:
   void SetUp() override {
     if (PathExists(kFolder)) GTEST_SKIP() << "the companion application is installed here";
+    // The program of the test before may still be on its way out.
+    const auto patience = Clock::now() + 10s;
+    while (IsCompanionRunning() && Clock::now() < patience) std::this_thread::sleep_for(20ms);
     ASSERT_FALSE(IsCompanionRunning());
   }
 

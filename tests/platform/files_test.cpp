@@ -43,6 +43,19 @@ TEST(Files, EnsureDirectoryFailsWhereAFileIsInTheWay) {
   EXPECT_FALSE(PathExists(folder / L"file\\below"));
 }
 
+TEST(Files, EnvironmentVariablesAreReadWhole) {
+  const std::wstring name = L"VEK_TEST_VARIABLE";
+  const std::wstring values[] = {L"x", L"C:\\caf\u00e9", std::wstring(5000, L'y')};
+  for (const std::wstring& value : values) {
+    ::SetEnvironmentVariableW(name.c_str(), value.c_str());
+    EXPECT_EQ(EnvironmentVariable(name), value);
+  }
+  ::SetEnvironmentVariableW(name.c_str(), L"");
+  EXPECT_EQ(EnvironmentVariable(name), L"");
+  ::SetEnvironmentVariableW(name.c_str(), nullptr);
+  EXPECT_EQ(EnvironmentVariable(name), L"");
+}
+
 TEST(Files, TickCountIsInMilliseconds) {
   const unsigned before = TickCount();
   ::Sleep(60);
