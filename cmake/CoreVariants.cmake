@@ -15,6 +15,12 @@ function(add_core_variant name)
     list(TRANSFORM listed PREPEND "${home}/")
     list(APPEND sources ${listed})
   endforeach()
+  # The pure files of families that otherwise speak with the host.
+  list(APPEND sources
+    "${PROJECT_SOURCE_DIR}/addin/ops/feature/feature_names.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/feature/hole_charts.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/feature/rotation_matrix.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/feature/selector_syntax.cpp")
   vek_object_library(${name} ${sources})
   target_compile_options(${name} PUBLIC ${arg_FLAGS} -fno-omit-frame-pointer)
   target_link_options(${name} PUBLIC ${arg_FLAGS})

@@ -108,6 +108,12 @@ std::string NodeText(const bench::ElementNode& node) {
   std::string text = std::to_string(node.id);
   if (const int* number = std::get_if<int>(&node.value)) text += "=" + std::to_string(*number);
   if (const double* number = std::get_if<double>(&node.value)) text += "=" + bench::Describe(*number);
+  if (const auto* items = std::get_if<std::vector<bench::ItemReference>>(&node.value))
+    text += "=@" + std::to_string(items->size());
+  if (const auto* collection = std::get_if<bench::Collection>(&node.value))
+    for (const auto& instruction : collection->instructions)
+      text += (&instruction == &collection->instructions.front() ? "=" : "+") +
+              std::to_string(instruction.type) + (instruction.include ? "" : "-");
   if (node.id == 447 || node.children.empty()) return text;
   std::string children;
   for (const auto& child : node.children) children += (children.empty() ? "" : " ") + NodeText(*child);

@@ -60,7 +60,8 @@ class FeatureTest : public OperationTest {
   void ExpectHostRefusal(const std::wstring& operation, const std::wstring& sketch, const std::wstring& more);
 };
 
-// A feature's tree in the form `id=value(children)`, without what the host keeps under the section element.
+// A feature's tree in the form `id=value(children)`, without what the host keeps under the section element. A
+// reference element shows how many it holds, a collection the types of its instructions.
 std::string TreeOf(const bench::Feature* feature);
 
 }  // namespace vek::support

@@ -102,16 +102,6 @@ std::wstring FeatureDisplayName(const ProFeature& feature) {
   return std::wstring(name);
 }
 
-std::wstring NormalizedFeatureName(std::wstring_view name) {
-  std::wstring normalized = ToUpper(Trim(name));
-  std::ranges::replace(normalized, L' ', L'_');
-  return normalized;
-}
-
-bool FeatureNamesEqual(std::wstring_view a, std::wstring_view b) {
-  return NormalizedFeatureName(a) == NormalizedFeatureName(b);
-}
-
 ProError CollectFeatureInfo(ProFeature* feature, ProError status, FeatureVisitContext* context) {
   if (context == nullptr || feature == nullptr || status != PRO_TK_NO_ERROR) return PRO_TK_NO_ERROR;
   ProFeattype type{};

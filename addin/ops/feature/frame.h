@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "addin/ops/feature/feature_names.h"
 #include "addin/server/operation_result.h"
 
 namespace vek::feature {
@@ -49,10 +50,6 @@ CreoMcpOperationResult ReadFeatureName(const std::wstring& arguments, std::wstri
 
 // The name that the feature holds, trimmed; empty when it has none.
 std::wstring FeatureDisplayName(const ProFeature& feature);
-
-// `name` as names are compared: trimmed, in upper case, with underscores for its spaces.
-std::wstring NormalizedFeatureName(std::wstring_view name);
-bool FeatureNamesEqual(std::wstring_view a, std::wstring_view b);
 
 // The step of a visit: collects the feature, and keeps it when it bears the wanted name. The last match wins.
 // Answers 0 always, so that the visit goes on. Unnamed datums are passed over.

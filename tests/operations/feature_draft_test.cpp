@@ -1,0 +1,279 @@
+// The draft operation: which faces it tilts and about what, one feature a face, and what becomes of the faces
+// that the host won't take.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "addin/text/format.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/feature_test.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+constexpr const wchar_t* kDraft = L"api_edge_draft";
+
+double Tan(double degrees) {
+  return std::tan(degrees * std::numbers::pi / 180);
+}
+
+class DraftOperation : public FeatureTest {
+ protected:
+  // A block from the origin to (40, 20, 10).
+  void SetUp() override {
+    FeatureTest::SetUp();
+    block_ = Block(40, 20, 10);
+    ClearHistory();
+  }
+
+  CreoMcpOperationResult Draft(const std::wstring& more) {
+    return Run(kDraft, Format(LR"({"feature_name":"%s"%s})", block_, more));
+  }
+  // Nothing is drafted, and the message ends with `last`.
+  void ExpectNone(const wchar_t* pull, int sides, const std::wstring& last) {
+    const ModelState before = State();
+    const auto result = Draft(Format(LR"(,"angle_deg":5,"pull_direction":"%s")", pull));
+    EXPECT_FALSE(result.success);
+    EXPECT_EQ(EncodeUtf8(result.message),
+              EncodeUtf8(Format(L"No draft created on '%s' for pull_direction '%s' (checked %u side face(s), "
+                                L"skipped %d). Use the feature extrude axis as pull_direction. Last: %s",
+                                block_, pull, static_cast<unsigned>(sides), sides, last)));
+    EXPECT_EQ(State(), before);
+  }
+  std::vector<std::wstring> Drafts() {
+    std::vector<std::wstring> names;
+    for (const auto& feature : Current().features)
+      if (feature->type == 927) names.push_back(feature->name);
+    return names;
+  }
+
+  std::wstring block_;
+};
+
+TEST_F(DraftOperation, TiltsTheWallsAboutTheirEdgesOnTheLowerEndFace) {
+  const struct {
+    const wchar_t* pull;
+    double a, b, h;  // the lower end face, and the height over it
+    double angle;
+  } cases[] = {{L"", 40, 20, 10, 3},  {L"xy", 40, 20, 10, -3}, {L" Top ", 40, 20, 10, 5},
+               {L"X", 20, 10, 40, 3}, {L"yz", 20, 10, 40, -3}, {L"RIGHT", 20, 10, 40, 5},
+               {L"Y", 40, 10, 20, 3}, {L"XZ", 40, 10, 20, -3}, {L"front", 40, 10, 20, 5}};
+  for (const auto& [pull, a, b, h, angle] : cases) {
+    // Over each length of its hinge a wall loses a triangle of the legs h and h tan(angle).
+    const double triangle = h * h * Tan(angle) / 2;
+    double taken = 0;
+    for (int wall = 1; wall <= 4; ++wall) {
+      SCOPED_TRACE(EncodeUtf8(pull) + " " + std::to_string(wall));
+      if (wall > 1) faults().Fail("ProFeatureWithoptionsCreate", PRO_TK_GENERAL_ERROR, 1, wall - 1);
+      if (wall < 4) faults().Fail("ProFeatureWithoptionsCreate", PRO_TK_GENERAL_ERROR, wall + 1, 4);
+      const auto result = Draft(Format(LR"(,"angle_deg":%g,"pull_direction":"%s")", angle, pull));
+      faults().Clear();
+      EXPECT_EQ(EncodeUtf8(result.message),
+                EncodeUtf8(Format(L"Draft applied: 1 feature(s), last='Draft 1', %.3g deg pull=%s on '%s'.",
+                                  angle, *pull == 0 ? L"Z" : pull, block_)));
+      taken += 8000 - Volume();
+      EXPECT_NEAR(
+          std::min(std::fabs(8000 - Volume() - triangle * a), std::fabs(8000 - Volume() - triangle * b)), 0,
+          1e-5);
+      if (result.success) Delete(L"Draft 1");
+    }
+    EXPECT_NEAR(taken, triangle * 2 * (a + b), 1e-4) << EncodeUtf8(pull);
+  }
+}
+
+TEST_F(DraftOperation, EachFaceHasAFeatureOfItsOwn) {
+  const auto result = Draft(LR"(,"angle_deg":"5")");
+  EXPECT_TRUE(result.success);
+  EXPECT_EQ(result.dataJson, LR"({"feature_name":"Draft_2"})");
+  EXPECT_THAT(Drafts(), testing::ElementsAre(L"Draft 1", L"Draft_1", L"Draft 2", L"Draft_2"));
+  for (const std::wstring& name : Drafts())
+    EXPECT_EQ(TreeOf(FeatureNamed(name)),
+              "386(387=927 3305=0 2154=0 2213=1 3252(3253=@1 3254=1) 2150=1 3177=1 "
+              "2164(2167=2 2124=101 2171=0 2168=5))");
+  // One step, with the last name only.
+  ASSERT_EQ(UndoStack().size(), 1u);
+  EXPECT_EQ(UndoStack().back().label, L"Create Draft_2");
+  EXPECT_EQ(CountCaptured(L"CreoMcpEdge: " + result.message), 1);
+}
+
+// The item of a reference element or the only item of a collection.
+const bench::ItemReference& ItemOf(const bench::ElementNode* node) {
+  if (const auto* items = std::get_if<std::vector<bench::ItemReference>>(&node->value)) return items->at(0);
+  return std::get<bench::Collection>(node->value).instructions.at(0).items.at(0);
+}
+
+TEST_F(DraftOperation, TheHingeLiesOnTheFaceAndTheDirectionRunsAlongThePull) {
+  const bench::Topology before = Current().topology;
+  const auto key_of = [&](int id) -> std::string {
+    for (const auto& [key, known] : Current().ids_of_keys)
+      if (known == id) return key;
+    return "none";
+  };
+  faults().Fail("ProFeatureWithoptionsCreate", PRO_TK_GENERAL_ERROR, 2, 4);
+  ASSERT_TRUE(Draft(LR"(,"angle_deg":5)").success);
+  const auto* const tree = FeatureNamed(L"Draft 1")->tree.get();
+  const std::string wall = key_of(ItemOf(tree->Child(2213)).id);
+  const bench::EdgeInfo* const hinge = before.Edge(key_of(ItemOf(tree->Find({2164, 2124})).id));
+  const bench::EdgeInfo* const direction = before.Edge(key_of(ItemOf(tree->Find({3252, 3253})).id));
+  ASSERT_NE(hinge, nullptr);
+  ASSERT_NE(direction, nullptr);
+  for (const bench::EdgeInfo* edge : {hinge, direction})
+    EXPECT_TRUE(edge->faces[0] == wall || edge->faces[1] == wall);
+  EXPECT_NEAR(hinge->from[2], 0, 1e-9);
+  EXPECT_NEAR(hinge->to[2], 0, 1e-9);
+  EXPECT_NEAR(std::fabs(direction->to[2] - direction->from[2]), 10, 1e-9);
+  EXPECT_EQ(CountCaptured(Format(L"Draft refs: surfaces=1 hingeEdges=1 dirEdge=%d endFaces=2 angle=5",
+                                 Current().ids_of_keys.at(direction->key))),
+            1);
+}
+
+TEST_F(DraftOperation, AFaceThatIsRefusedKeepsNoOtherFromItsDraft) {
+  for (int refused = 1; refused <= 4; ++refused) {
+    faults().Fail("ProFeatureWithoptionsCreate", PRO_TK_GENERAL_ERROR, refused);
+    const auto result = Draft(LR"(,"angle_deg":3)");
+    EXPECT_EQ(
+        EncodeUtf8(result.message),
+        EncodeUtf8(Format(L"Draft applied: 3 feature(s), last='Draft 2', 3 deg pull=Z on '%s'.", block_)));
+    EXPECT_EQ(Drafts().size(), 3u);
+    for (const std::wstring& name : Drafts()) Delete(name);
+  }
+}
+
+TEST_F(DraftOperation, ADraftThatFailsToRegenerateIsTakenBack) {
+  const auto fail_newest = [this] { Current().features.back()->status = PRO_FEAT_UNREGENERATED; };
+  for (const int face : {2, 3}) faults().Before("ProFeatureStatusflagsGet", fail_newest, face);
+  const auto mark = host().journal.Mark();
+  const auto result = Draft(LR"(,"angle_deg":3)");
+  EXPECT_EQ(
+      EncodeUtf8(result.message),
+      EncodeUtf8(Format(L"Draft applied: 2 feature(s), last='Draft_1', 3 deg pull=Z on '%s'.", block_)));
+  EXPECT_THAT(Drafts(), testing::ElementsAre(L"Draft 1", L"Draft_1"));
+  EXPECT_EQ(CallsSince(mark, {"ProFeatureDelete"}).size(), 2u);
+  for (const std::wstring& name : Drafts()) Delete(name);
+
+  for (int face = 1; face <= 4; ++face) faults().Before("ProFeatureStatusflagsGet", fail_newest, face);
+  ExpectNone(L"Z", 4, L"Draft feature failed to regenerate for one of the side faces.");
+
+  // A state that can't be asked for counts as sound.
+  faults().Fail("ProFeatureStatusflagsGet", PRO_TK_GENERAL_ERROR, 1, 4);
+  EXPECT_TRUE(Draft(LR"(,"angle_deg":3)").success);
+  EXPECT_EQ(Drafts().size(), 4u);
+}
+
+TEST_F(DraftOperation, EachStepThatFailsHasItsWordsAtTheEnd) {
+  const wchar_t* const surfaces = L"Failed to populate draft surface collection.";
+  const wchar_t* const hinge = L"Failed to add hinge edge.";
+  const auto no_hinge = [](int edges) {
+    return Format(
+        L"Could not find hinge edges on the draft faces (surfaces=1 edges=%d endFaces=2). Try "
+        L"pull_direction matching the extrude axis (X/Y/Z).",
+        edges);
+  };
+  const struct {
+    const char* call;
+    std::wstring message;
+  } cases[] = {
+      {"ProEdgeToGeomitem", no_hinge(0)},
+      {"ProGeomitemToEdge", no_hinge(4)},
+      {"ProSrfcollectionAlloc", L"Failed to allocate draft surface collection."},
+      {"ProSrfcollinstrAlloc", surfaces},
+      {"ProSrfcollinstrIncludeSet", surfaces},
+      {"ProSurfaceToGeomitem", surfaces},
+      {"ProReferenceSet", surfaces},
+      {"ProSrfcollrefAlloc", surfaces},
+      {"ProSrfcollinstrReferenceAdd", surfaces},
+      {"ProSrfcollectionInstructionAdd", surfaces},
+      {"ProCrvcollectionAlloc", L"Failed to allocate draft hinge collection."},
+      {"ProCrvcollinstrAlloc", L"Failed to allocate hinge instruction."},
+      {"ProCrvcollinstrReferenceAdd", hinge},
+      {"ProCrvcollectionInstructionAdd", hinge},
+      {"ProElementAlloc", L"Failed to allocate draft element tree."},
+      {"ProElementCollectionSet", L"Failed to populate draft element tree."},
+      {"ProElementDoubleSet", L"Failed to populate draft element tree."},
+      {"ProMdlToModelitem", L"Failed to select the active part for feature creation."},
+      {"ProFeatureWithoptionsCreate", L"Creo could not create the draft feature (status=-1, errors=0)."},
+  };
+  for (const auto& [call, message] : cases) {
+    SCOPED_TRACE(call);
+    faults().Fail(call, PRO_TK_GENERAL_ERROR, 1, 1000);
+    ExpectNone(L"Z", 4, message);
+    faults().Clear();
+  }
+}
+
+TEST_F(DraftOperation, PlanesThatLieAcrossThePullAreEndFaces) {
+  // A roof over the length 10 whose normal leans by `slope` from +Z or -Z; the cosine of 31° is 0.857 and
+  // that of 32° is 0.848. Five other faces, of which the bottom is an end face.
+  const struct {
+    double slope;
+    int sides;
+  } cases[] = {{20, 4}, {31, 4}, {32, 5}, {45, 5}};
+  for (const auto& [slope, sides] : cases) {
+    SCOPED_TRACE(slope);
+    const std::wstring sketch = Format(L"ROOF%d", static_cast<int>(slope));
+    NewSketch(sketch, L"XZ");
+    Draw(L"api_sketch_polyline", sketch,
+         Format(LR"("points":[[0,0],[10,0],[10,%s],[0,5]],"closed":true)", Number(5 + 10 * Tan(slope))));
+    Delete(block_);
+    block_ = Create(L"api_feature_extrude", Format(LR"({"sketch_name":"%s","distance_mm":8})", sketch));
+    faults().Fail("ProSrfcollectionAlloc", PRO_TK_GENERAL_ERROR, 1, 1000);
+    ExpectNone(L"Z", sides, L"Failed to allocate draft surface collection.");
+    faults().Clear();
+    // A plane that can't be evaluated is a side face.
+    faults().Fail("ProSurfaceXyzdataEval", PRO_TK_GENERAL_ERROR, 1, 1000);
+    faults().Fail("ProSrfcollectionAlloc", PRO_TK_GENERAL_ERROR, 1, 1000);
+    ExpectNone(L"Z", 6, L"Failed to allocate draft surface collection.");
+    faults().Clear();
+  }
+}
+
+TEST_F(DraftOperation, ACylinderHasSideFacesAndCirclesButNoEdgeAlongThePull) {
+  Delete(block_);
+  NewSketch(L"PIN", L"XY");
+  Draw(L"api_sketch_circle_center_radius", L"PIN", LR"("cx":0,"cy":0,"radius":4)");
+  block_ = Create(L"api_feature_extrude", LR"({"sketch_name":"PIN","distance_mm":10})");
+  const auto& edges = Current().topology.edges;
+  const auto upper = std::ranges::find_if(edges, [](const auto& edge) { return edge.from[2] > 5; });
+  ASSERT_NE(upper, edges.end());
+  // The lower circle is the hinge; the other one is no direction that the host takes.
+  const auto result = Draft(LR"(,"angle_deg":3)");
+  EXPECT_NE(result.message.find(L"(checked 1 side face(s), skipped 1)"), std::wstring::npos);
+  EXPECT_EQ(CountCaptured(Format(L"Draft refs: surfaces=1 hingeEdges=1 dirEdge=%d endFaces=2 angle=3",
+                                 Current().ids_of_keys.at(upper->key))),
+            1);
+}
+
+TEST_F(DraftOperation, ArgumentsAreCheckedInTheirOrder) {
+  const wchar_t* const limit = L"'angle_deg' must be between -30 and +30 (Creo draft limit).";
+  const std::wstring no_faces = L"Feature 'BLOCK' has no selectable faces.";
+  ExpectRefusals({
+      {kDraft, LR"({"angle_deg":40})", L"'feature_name' is required."},
+      {kDraft, LR"({"feature_name":"?","pull_direction":"W"})", L"'angle_deg' is required."},
+      {kDraft, LR"({"feature_name":"?","angle_deg":30.0001,"pull_direction":"W"})", limit},
+      {kDraft, LR"({"feature_name":"?","angle_deg":-30.0001})", limit},
+      {kDraft, LR"({"feature_name":"?","angle_deg":"nan"})", limit},
+      {kDraft, LR"({"feature_name":"?","angle_deg":30,"pull_direction":"W"})",
+       L"Unsupported pull_direction 'W'. Use X/Y/Z or RIGHT/FRONT/TOP."},
+      {kDraft, LR"({"feature_name":"?","angle_deg":-30})",
+       L"Feature '?' not found. Call api_feature_list and use an exact name."},
+      {kDraft, LR"({"feature_name":"BLOCK","angle_deg":0})", no_faces.c_str()},
+  });
+}
+
+TEST_F(DraftOperation, AFeatureOfEndFacesAloneHasNoSides) {
+  // A cut that leaves but its floor: 40 by 20, 3 deep, all over the block.
+  Rectangle(L"ALL", L"XY", -5, -5, 45, 25);
+  const std::wstring cut =
+      Create(L"api_feature_extrude", LR"({"sketch_name":"ALL","distance_mm":3,"operation":"cut"})");
+  ExpectFailure(
+      kDraft, Format(LR"({"feature_name":"%s","angle_deg":5,"pull_direction":"TOP"})", cut),
+      Format(L"No draftable side faces found on '%s' for pull_direction 'TOP'. Try a pull_direction "
+             L"matching the extrude axis.",
+             cut));
+}
+
+}  // namespace
+}  // namespace vek::support

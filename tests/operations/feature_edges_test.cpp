@@ -1,0 +1,344 @@
+// The edge operations: which edges a client's words mean, what rounds and chamfers take from the solid, their
+// element trees, and failures.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <numbers>
+#include <set>
+
+#include "addin/text/format.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/feature_test.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+constexpr const wchar_t* kFillet = L"api_edge_fillet";
+constexpr const wchar_t* kChamfer = L"api_edge_chamfer";
+
+// What a round of radius 1 takes from a sharp corner, per length: the unit square without its quarter circle.
+constexpr double kCorner = 1 - std::numbers::pi / 4;
+
+// The two ends of an edge, the lesser first.
+using Ends = std::pair<Vector3, Vector3>;
+
+Ends Line(const Vector3& a, const Vector3& b) {
+  return std::minmax(a, b);
+}
+
+Ends Rounded(const bench::EdgeInfo& edge) {
+  Vector3 from{}, to{};
+  for (int i = 0; i < 3; ++i) {
+    from[i] = std::round(edge.from[i] * 1e6) / 1e6 + 0.0;  // no negative zero
+    to[i] = std::round(edge.to[i] * 1e6) / 1e6 + 0.0;
+  }
+  return Line(from, to);
+}
+
+class EdgeOperation : public FeatureTest {
+ protected:
+  // A block from the origin to (40, 20, 10).
+  void SetUp() override {
+    FeatureTest::SetUp();
+    block_ = Block(40, 20, 10);
+    ClearHistory();
+  }
+
+  // The ends of the edges that a round with these arguments takes. The round doesn't stay.
+  std::multiset<Ends> Chosen(const std::wstring& arguments) {
+    const bench::Topology before = Current().topology;
+    std::map<int, Ends> edges;
+    for (const auto& edge : before.edges) edges[Current().ids_of_keys.at(edge.key)] = Rounded(edge);
+    const std::wstring name = Create(kFillet, Format(LR"({"radius_mm":0.1%s})", arguments));
+    std::multiset<Ends> chosen;
+    const bench::Feature* const round = FeatureNamed(name);
+    if (round == nullptr) return chosen;
+    const auto* const node = round->tree->Find({2101, 2102, 2121, 2124});
+    for (const auto& instruction : std::get<bench::Collection>(node->value).instructions)
+      for (const auto& item : instruction.items) chosen.insert(edges.at(item.id));
+    Delete(name);
+    return chosen;
+  }
+
+  std::wstring block_;
+};
+
+TEST_F(EdgeOperation, SelectorsChooseEdgesOneAfterAnother) {
+  const Ends top_front = Line({0, 0, 10}, {40, 0, 10}), top_back = Line({0, 20, 10}, {40, 20, 10});
+  const Ends top_left = Line({0, 0, 10}, {0, 20, 10}), top_right = Line({40, 0, 10}, {40, 20, 10});
+  const Ends bottom_left = Line({0, 0, 0}, {0, 20, 0});
+  const Ends upright = Line({40, 20, 0}, {40, 20, 10});
+  const struct {
+    const wchar_t* selectors;
+    std::multiset<Ends> edges;
+  } cases[] = {
+      {LR"([">Z","|X"])", {top_front, top_back}},
+      {LR"(["|X",">Z"])", {top_front, top_back}},
+      {LR"([" > z ","|top Y"])", {top_left, top_right}},
+      {LR"(["<X","|Y"])", {bottom_left, top_left}},
+      {LR"([">AZ"])", {top_front, top_back, top_left, top_right}},
+      {LR"([">X",">Y","|Z"])", {upright}},
+      {LR"([">Z","<Y"])", {top_front}},
+  };
+  for (const auto& [selectors, edges] : cases) {
+    SCOPED_TRACE(EncodeUtf8(selectors));
+    EXPECT_EQ(Chosen(Format(LR"(,"edge_selectors":%s)", selectors)), edges);
+  }
+}
+
+TEST_F(EdgeOperation, EdgesThatLeanAreAlongAnAxisUpToAPoint) {
+  // The corners of a tapered block lean by tan(taper) on both other axes; a quarter is 14.04°.
+  Delete(block_);
+  for (const double taper : {14.0, 14.1}) {
+    SCOPED_TRACE(taper);
+    const std::wstring block =
+        Create(L"api_feature_extrude",
+               Format(LR"({"sketch_name":"BLOCK","distance_mm":10,"taper_angle_deg":%g})", taper));
+    const wchar_t* const arguments = LR"({"radius_mm":0.1,"edge_selectors":["|Z"]})";
+    if (taper == 14.0)
+      EXPECT_EQ(Run(kFillet, arguments).message, L"Fillet 'Round 1' applied: r=0.1 mm on 4 edge(s).");
+    else
+      ExpectFailure(kFillet, arguments, L"No edges matched the requested fillet/chamfer target.");
+    if (FeatureNamed(L"Round 1") != nullptr) Delete(L"Round 1");
+    Delete(block);
+  }
+}
+
+TEST_F(EdgeOperation, TheScopeCountsOnlyWithoutAFeature) {
+  const auto edges_of = [&](const wchar_t* more) { return Chosen(more).size(); };
+  const wchar_t* const none = L"No edges matched the requested fillet/chamfer target.";
+  EXPECT_EQ(edges_of(L""), 12u);
+  EXPECT_EQ(edges_of(LR"(,"edge_scope":"outside")"), 12u);
+  EXPECT_EQ(edges_of(Format(LR"(,"edge_scope":"outer","feature_name":"%s")", block_).c_str()), 12u);
+  // Each edge of a closed solid has two neighbours.
+  ExpectRefusals({
+      {kFillet, LR"({"radius_mm":1,"edge_scope":"Outer "})", none},
+      {kChamfer, LR"({"distance_mm":1,"edge_scope":"outer"})", none},
+      // A datum plane has no surfaces.
+      {kFillet, LR"({"radius_mm":1,"feature_name":"RIGHT"})", none},
+  });
+}
+
+TEST_F(EdgeOperation, CirclesAreChosenByTheirEndsAndRunAlongNoAxis) {
+  // A boss of radius 4 about (20, 10), from 0 up to 25.
+  NewSketch(L"BOSS", L"XY");
+  Draw(L"api_sketch_circle_center_radius", L"BOSS", LR"("cx":20,"cy":10,"radius":4)");
+  const std::wstring boss = Create(L"api_feature_extrude", LR"({"sketch_name":"BOSS","distance_mm":25})");
+  const double volume = Volume();
+  const auto along = Chosen(Format(LR"(,"feature_name":"%s","edge_selectors":["<Z"])", boss));
+  for (const auto& [from, to] : along) {
+    EXPECT_EQ(from[2], 10);
+    EXPECT_EQ(to[2], 10);
+  }
+  const std::wstring round =
+      Create(kFillet, Format(LR"({"radius_mm":1,"feature_name":"%s","edge_selectors":[">Z"]})", boss));
+  // What the round takes turns about the axis of the boss. Measured from the wall, the corner has the area
+  // 1 - π/4 and the moment 1/2 - (π/4) (1 - 4/(3π)) = 5/6 - π/4.
+  const double taken = 2 * std::numbers::pi * (4 * kCorner - (5.0 / 6 - std::numbers::pi / 4));
+  EXPECT_NEAR(volume - Volume(), taken, 1e-5);
+  EXPECT_NEAR(Outline().high[2], 25, 1e-5);
+  Delete(round);
+}
+
+TEST_F(EdgeOperation, AChamferTakesATriangleOfItsEdges) {
+  const double tan30 = 1 / std::numbers::sqrt3;
+  const struct {
+    const wchar_t* form;
+    const wchar_t* word;
+    double area;
+  } cases[] = {
+      {L"", L"equal_distance", 2.0 * 2 / 2},
+      {LR"(,"type":"","distance2_mm":5)", L"equal_distance", 2.0 * 2 / 2},
+      {LR"(,"type":" Two_Distance","distance2_mm":"3")", L"two_distance", 2.0 * 3 / 2},
+      {LR"(,"type":"distance_angle","angle_deg":30)", L"distance_angle", 2 * 2 * tan30 / 2},
+  };
+  for (const auto& [form, word, area] : cases) {
+    SCOPED_TRACE(EncodeUtf8(form));
+    const auto result = Run(kChamfer, Format(LR"({"distance_mm":2,"edge_selectors":[">Z",">X"]%s})", form));
+    EXPECT_EQ(EncodeUtf8(result.message),
+              EncodeUtf8(Format(L"Chamfer 'Chamfer 1' applied: type=%s, d=2 mm on 1 edge(s).", word)));
+    EXPECT_NEAR(Volume(), 8000 - area * 20, 1e-5);
+    if (result.success) Delete(L"Chamfer 1");
+  }
+}
+
+TEST_F(EdgeOperation, TheTreesAreThoseOfTheRecipes) {
+  const std::string equal =
+      "386(387=914 2101(2102(2103=602 3184=1 2121(2124=101+114) "
+      "2123(2122(2106(2108=1 2109=2))))) 3042=0 2113)";
+  const auto sides = [](const char* scheme, const char* first, const char* second) {
+    return std::string("386(387=914 2101(2102(2103=") + scheme +
+           " 3184=1 2121(2124=101+114 2104=@1) 2123(2122(" + "2106(2108=1 2109=" + first +
+           ") 2107(2108=1 2109=" + second + "))))) 3042=0 2113)";
+  };
+  const struct {
+    const wchar_t* operation;
+    const wchar_t* arguments;
+    std::string tree;
+  } cases[] = {
+      {kFillet, LR"("radius_mm":1.5,"edge_selectors":[">X","|Y"])",
+       "386(387=913 2101(2102(2178=0 2177(2119=2) 2121(2179=1 2124=101+101+114) "
+       "2123(2122(2106(2108=1 2109=1.5))))) 3042=0)"},
+      {kChamfer, LR"("distance_mm":2,"edge_selectors":[">X",">Z"])", equal},
+      {kChamfer, LR"("distance_mm":2,"type":"two_distance","distance2_mm":3,"edge_selectors":[">X",">Z"])",
+       sides("603", "2", "3")},
+      // The angle comes first.
+      {kChamfer, LR"("distance_mm":2,"type":"distance_angle","angle_deg":30,"edge_selectors":[">X",">Z"])",
+       sides("604", "30", "2")},
+  };
+  for (const auto& [operation, arguments, tree] : cases) {
+    SCOPED_TRACE(EncodeUtf8(arguments));
+    const std::wstring name = Create(operation, Format(L"{%s}", arguments));
+    EXPECT_EQ(TreeOf(FeatureNamed(name)), tree);
+    Delete(name);
+  }
+}
+
+TEST_F(EdgeOperation, AnswersWithTheNewNameAndEntersItIntoTheHistory) {
+  const wchar_t* const names[] = {L"Round 1", L"Round_1", L"Round 2"};
+  const wchar_t* const selectors[] = {LR"([">X",">Y","|Z"])", LR"(["<X",">Y","|Z"])", LR"(["<X","<Y","|Z"])"};
+  for (int i = 0; i < 3; ++i) {
+    const auto result = Run(kFillet, Format(LR"({"radius_mm":0.12345,"edge_selectors":%s})", selectors[i]));
+    const std::wstring message = Format(L"Fillet '%s' applied: r=0.123 mm on 1 edge(s).", names[i]);
+    EXPECT_TRUE(result.success);
+    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
+    EXPECT_EQ(result.dataJson, Format(LR"({"feature_name":"%s"})", names[i]));
+    EXPECT_EQ(UndoStack().back().label, Format(L"Create %s", names[i]));
+    EXPECT_EQ(CountCaptured(L"CreoMcpEdge: " + message), 1);
+  }
+  EXPECT_EQ(UndoStack().size(), 3u);
+  faults().Fail("ProModelitemNameSet", PRO_TK_GENERAL_ERROR, 1, 2);
+  const std::wstring name = Create(kChamfer, LR"({"distance_mm":1,"edge_selectors":[">X","<Y","|Z"]})");
+  EXPECT_EQ(name, Format(L"Chamfer_%d", Current().features.back()->id));
+}
+
+TEST_F(EdgeOperation, ArgumentsAreCheckedInTheirOrder) {
+  const wchar_t* const radius = L"'radius_mm' is required and must be greater than 0.";
+  const wchar_t* const distance = L"'distance_mm' is required and must be greater than 0.";
+  const wchar_t* const distance2 = L"'distance2_mm' is required for two_distance chamfer.";
+  const wchar_t* const angle = L"'angle_deg' is required for distance_angle chamfer.";
+  const wchar_t* const type = L"Unknown chamfer type. Use equal_distance, two_distance, or distance_angle.";
+  const wchar_t* const unknown = L"Feature '?' not found. Call api_feature_list and use an exact name.";
+  const wchar_t* const none = L"No edges matched the requested fillet/chamfer target.";
+  const auto selector = [](const wchar_t* text) {
+    return Format(L"Unsupported edge selector '%s'. Use '>Z', '<X', or '|Y'.", text);
+  };
+  const std::wstring bare = selector(L" Z "), equals = selector(L"=Z"), other_end = selector(L">ZA");
+  ExpectRefusals({
+      {kFillet, LR"({"feature_name":"?"})", radius},
+      {kFillet, LR"({"radius_mm":0})", radius},
+      {kFillet, LR"({"radius_mm":"wide"})", radius},
+      {kFillet, LR"({"radius_mm":"nan"})", radius},
+      {kFillet, LR"({"radius_mm":1,"feature_name":"?","edge_selectors":["Z"]})", unknown},
+      {kFillet, LR"({"radius_mm":1,"edge_selectors":[" Z "]})", bare.c_str()},
+      {kFillet, LR"({"radius_mm":1,"edge_selectors":["=Z"]})", equals.c_str()},
+      // What nothing is left for is checked all the same.
+      {kFillet, LR"({"radius_mm":1,"edge_selectors":[">Z","|Z",">ZA"]})", other_end.c_str()},
+      {kFillet, LR"({"radius_mm":1,"edge_selectors":[">Z","|Z",">X"]})", none},
+      {kChamfer, LR"({"type":"odd"})", distance},
+      {kChamfer, LR"({"distance_mm":-1})", distance},
+      {kChamfer, LR"({"distance_mm":1,"type":"odd","feature_name":"?"})", type},
+      {kChamfer, LR"({"distance_mm":1,"type":"two_distance","feature_name":"?"})", distance2},
+      {kChamfer, LR"({"distance_mm":1,"type":"two_distance","distance2_mm":0})", distance2},
+      {kChamfer, LR"({"distance_mm":1,"type":"distance_angle","feature_name":"?"})", angle},
+      {kChamfer, LR"({"distance_mm":1,"feature_name":"?"})", unknown},
+  });
+}
+
+TEST_F(EdgeOperation, WhatTheHostRefusesLeavesTheModelAsItWas) {
+  const struct {
+    const wchar_t* operation;
+    const wchar_t* arguments;
+    const wchar_t* kind;
+  } cases[] = {
+      {kFillet, LR"({"radius_mm":11,"edge_selectors":["|Z"]})", L"fillet"},  // two meet over 20 mm
+      {kFillet, LR"({"radius_mm":"inf","edge_selectors":["|Z"]})", L""},
+      {kChamfer, LR"({"distance_mm":21,"edge_selectors":["|Z"]})", L"chamfer"},
+      // An angle of 0 passes here and is the host's to judge.
+      {kChamfer, LR"({"distance_mm":1,"type":"distance_angle","angle_deg":0,"edge_selectors":["|Z"]})",
+       L"chamfer"},
+  };
+  const ModelState before = State();
+  for (const auto& [operation, arguments, kind] : cases) {
+    SCOPED_TRACE(EncodeUtf8(arguments));
+    const auto result = Run(operation, arguments);
+    EXPECT_FALSE(result.success);
+    const std::wstring expected = *kind == 0
+                                      ? L"Failed to set round/chamfer leg value."
+                                      : Format(L"Creo could not create the %s feature (status=-", kind);
+    EXPECT_EQ(EncodeUtf8(result.message.substr(0, expected.size())), EncodeUtf8(expected));
+    EXPECT_EQ(State(), before);
+  }
+}
+
+TEST_F(EdgeOperation, EachStepThatFailsHasItsMessage) {
+  const wchar_t* const add = L"Failed to add edge to curve collection.";
+  const wchar_t* const populate = L"Failed to populate round element tree.";
+  const wchar_t* const leg = L"Failed to set round/chamfer leg value.";
+  // The elements are numbered in the order of the recipe.
+  ExpectFailures(kFillet, LR"({"radius_mm":1,"edge_selectors":[">X",">Z"]})",
+                 {{"ProCrvcollectionAlloc", 1, L"Failed to allocate edge curve collection."},
+                  {"ProCrvcollinstrAlloc", 1, L"Failed to allocate edge collection instruction."},
+                  {"ProReferenceAlloc", 1, add},
+                  {"ProReferenceSet", 1, add},
+                  {"ProCrvcollinstrReferenceAdd", 1, add},
+                  {"ProCrvcollectionInstructionAdd", 1, add},
+                  {"ProElementAlloc", 1, L"Failed to allocate round element tree."},
+                  {"ProElementAlloc", 2, populate},
+                  {"ProElementCollectionSet", 1, populate},
+                  {"ProElementAlloc", 12, populate},
+                  {"ProElementAlloc", 13, leg},
+                  {"ProElementDoubleSet", 1, leg},
+                  {"ProElementAlloc", 16, L"Failed to set round attach type."},
+                  {"ProMdlToModelitem", 1, L"Failed to select the active part for feature creation."}});
+
+  const wchar_t* const chamfer = L"Failed to populate chamfer element tree.";
+  const wchar_t* const face = L"Failed to resolve a reference face for two_distance/distance_angle chamfer.";
+  const wchar_t* const reference = L"Failed to set chamfer reference surface.";
+  const wchar_t* const radii = L"Failed to add chamfer radii.";
+  const wchar_t* const finish = L"Failed to finalize chamfer tree.";
+  ExpectFailures(kChamfer,
+                 LR"({"distance_mm":1,"type":"distance_angle","angle_deg":45,"edge_selectors":[">X",">Z"]})",
+                 {{"ProCrvcollectionAlloc", 1, L"Failed to allocate edge curve collection."},
+                  {"ProElementAlloc", 1, L"Failed to allocate chamfer element tree."},
+                  {"ProElementAlloc", 2, chamfer},
+                  {"ProElementAlloc", 8, chamfer},
+                  {"ProEdgeNeighborsGet", 1, face},
+                  {"ProSurfaceToGeomitem", 1, face},
+                  {"ProReferenceSet", 2, reference},
+                  {"ProElementAlloc", 9, reference},
+                  {"ProElementReferenceSet", 1, reference},
+                  {"ProElementAlloc", 10, radii},
+                  {"ProElementAlloc", 11, radii},
+                  {"ProElementAlloc", 12, leg},
+                  {"ProElementAlloc", 15, leg},
+                  {"ProElementAlloc", 18, finish},
+                  {"ProElementAlloc", 19, finish}});
+}
+
+TEST_F(EdgeOperation, TheEdgesStandWithoutTheirTangentChain) {
+  for (const char* call : {"ProCrvcollinstrAlloc", "ProCrvcollectionInstructionAdd"}) {
+    SCOPED_TRACE(call);
+    faults().Fail(call, PRO_TK_GENERAL_ERROR, 2);
+    const std::wstring name = Create(kFillet, LR"({"radius_mm":1,"edge_selectors":[">X",">Z"]})");
+    EXPECT_NEAR(Volume(), 8000 - kCorner * 20, 1e-5);
+    Delete(name);
+  }
+}
+
+TEST_F(EdgeOperation, TheTreeGoesBeforeWhatItRefersTo) {
+  const auto mark = host().journal.Mark();
+  Succeed(kFillet, LR"({"radius_mm":1,"edge_selectors":[">X",">Z"]})");
+  EXPECT_THAT(CallsSince(mark, {"ProSolidSurfaceVisit", "ProUnitInit", "ProCrvcollectionAlloc",
+                                "ProReferenceAlloc", "ProFeatureWithoptionsCreate", "ProModelitemNameSet",
+                                "ProElementFree", "ProReferenceFree", "ProCollectionFree"}),
+              testing::ElementsAre("ProSolidSurfaceVisit", "ProUnitInit", "ProCrvcollectionAlloc",
+                                   "ProReferenceAlloc", "ProFeatureWithoptionsCreate", "ProModelitemNameSet",
+                                   "ProElementFree", "ProReferenceFree"));
+}
+
+}  // namespace
+}  // namespace vek::support

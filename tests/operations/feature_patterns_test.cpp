@@ -1,0 +1,395 @@
+// Patterns of features: words, arguments, trees, groups, axes, failures, and the holes that come of it.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "addin/ops/feature/pattern_words.h"
+#include "addin/text/format.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/feature_test.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const wchar_t* kRectangular = L"api_pattern_rectangular";
+constexpr const wchar_t* kCircular = L"api_pattern_circular";
+
+using Place = std::pair<double, double>;
+
+// A hole of the radius 3 through the plate of 10.
+SolidSum HolePiece(const Place& place) {
+  const double volume = std::numbers::pi * 3 * 3 * 10;
+  return {volume, {volume * place.first, volume * place.second, volume * 5}};
+}
+
+class PatternOperation : public FeatureTest {
+ protected:
+  // A plate of 10 mm on FRONT that ends at its two corners.
+  void Plate(double x1, double y1, double x2, double y2) {
+    Rectangle(L"PLATE", L"XY", x1, y1, x2, y2);
+    Create(L"api_feature_extrude", LR"({"sketch_name":"PLATE","distance_mm":10})");
+    plate_ = {{x1, y1, 0}, {x2, y2, 10}};
+  }
+
+  void DrawHole(const std::wstring& sketch, const Place& place) {
+    NewSketch(sketch, L"XY");
+    Draw(L"api_sketch_circle_center_radius", sketch,
+         Format(LR"("cx":%g,"cy":%g,"radius":3)", place.first, place.second));
+  }
+
+  std::wstring Cut(const std::wstring& sketch) {
+    return Create(L"api_feature_extrude",
+                  Format(LR"({"sketch_name":"%s","distance_mm":10,"operation":"cut"})", sketch));
+  }
+
+  // A plate with one hole in it, which is "Extrude_1".
+  void DrilledPlate(double x1, double y1, double x2, double y2, const Place& hole) {
+    Plate(x1, y1, x2, y2);
+    DrawHole(L"FIRST", hole);
+    ASSERT_EQ(Cut(L"FIRST"), L"Extrude_1");
+    ClearHistory();
+  }
+
+  void ExpectHoles(const std::vector<Place>& holes) {
+    SolidSum sum = BoxPiece(plate_.low, plate_.high);
+    for (const Place& hole : holes) sum = sum - HolePiece(hole);
+    ExpectSolid(kFront, sum, plate_);
+  }
+
+  std::size_t CountNamed(const std::wstring& name) {
+    return std::ranges::count(Current().features, name, [](const auto& feature) { return feature->name; });
+  }
+
+ private:
+  bench::Box plate_;
+};
+
+TEST(PatternWords, EachTableHasMeaningsOfItsOwn) {
+  const struct {
+    const wchar_t* word;
+    const wchar_t* direction;
+    const wchar_t* mirror;
+    const wchar_t* axis;  // its two planes
+  } cases[] = {
+      {L"X", L"RIGHT", L"RIGHT", L"TOP FRONT"},
+      {L"YZ", L"RIGHT", L"RIGHT", L"TOP FRONT"},
+      {L"RIGHT", L"RIGHT", L"RIGHT", L"TOP FRONT"},
+      {L"Y", L"FRONT", L"FRONT", L"RIGHT TOP"},
+      {L"XZ", L"FRONT", L"FRONT", L"RIGHT TOP"},
+      {L"FRONT", L"FRONT", L"FRONT", L"RIGHT TOP"},
+      {L"Z", L"TOP", L"TOP", L"RIGHT FRONT"},
+      {L"XY", L"TOP", L"TOP", L"RIGHT FRONT"},
+      {L"TOP", L"TOP", L"TOP", L"RIGHT FRONT"},
+      {L" yz\t", L"RIGHT", L"RIGHT", L"TOP FRONT"},
+      {L"", L"TOP", L"TOP", L""},
+      {L"  ", L"TOP", L"TOP", L""},
+      {L" dtm1 ", L"DTM1", L"DTM1", L""},
+      {L"ZX", L"ZX", L"ZX", L""},
+  };
+  for (const auto& [word, direction, mirror, axis] : cases) {
+    SCOPED_TRACE(EncodeUtf8(word));
+    EXPECT_EQ(feature::DirectionPlaneName(word), direction);
+    EXPECT_EQ(feature::MirrorPlaneName(word), mirror);
+    const auto planes = feature::AxisPlanePair(word);
+    EXPECT_EQ(planes ? planes->first + L" " + planes->second : std::wstring(), axis);
+  }
+}
+
+TEST_F(PatternOperation, AGridOfHolesStandsInThePlate) {
+  DrilledPlate(0, 0, 100, 60, {10, 10});
+  const auto result = Run(kRectangular,
+                          LR"({"feature_names":["","Extrude_1"],"x_direction":"x","x_count":4,
+      "x_spacing_mm":20,"y_direction":"Z","y_count":3,"y_spacing_mm":15})");
+  const std::wstring message = L"Rectangular pattern 'Pattern 1' created: 4x3, spacing 20 mm / 15 mm.";
+  EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
+  EXPECT_EQ(result.dataJson, LR"({"feature_name":"Pattern 1"})");
+  EXPECT_EQ(CountCaptured(L"CreoMcpPattern: " + message), 1);
+  ASSERT_EQ(UndoStack().size(), 1u);
+  EXPECT_EQ(UndoStack().back().label, L"Create Pattern 1");
+  std::vector<Place> holes;
+  for (const double x : {10, 30, 50, 70})
+    for (const double y : {10, 25, 40}) holes.emplace_back(x, y);
+  ExpectHoles(holes);
+}
+
+TEST_F(PatternOperation, ADirectionIsTheNormalOfItsPlaneAndCountsAreRead) {
+  const struct {
+    const wchar_t* arguments;
+    const wchar_t* told;
+    std::vector<Place> holes;
+  } cases[] = {
+      // Without a word the direction is TOP's, along +y.
+      {LR"("x_count":3,"x_spacing_mm":10)", L"3x1, spacing 10 mm / 0 mm", {{50, 30}, {50, 40}, {50, 50}}},
+      {LR"("x_direction":" right ","x_count":"3.0000000001","x_spacing_mm":-20)",
+       L"3x1, spacing -20 mm / 0 mm",
+       {{50, 30}, {30, 30}, {10, 30}}},
+      // A second direction needs both its word and a count.
+      {LR"("x_direction":"X","x_count":2,"x_spacing_mm":20,"y_direction":"Z","y_spacing_mm":10)",
+       L"2x1, spacing 20 mm / 0 mm",
+       {{50, 30}, {70, 30}}},
+      {LR"("x_direction":"X","x_count":2,"x_spacing_mm":20,"y_count":4,"y_spacing_mm":10)",
+       L"2x1, spacing 20 mm / 0 mm",
+       {{50, 30}, {70, 30}}},
+      {LR"("x_direction":"X","x_count":2,"x_spacing_mm":20,"y_direction":"Z","y_count":1.9,"y_spacing_mm":10)",
+       L"2x1, spacing 20 mm / 0 mm",
+       {{50, 30}, {70, 30}}},
+      {LR"("x_direction":"X","x_count":2,"x_spacing_mm":20,"y_direction":"Z","y_count":2.5,"y_spacing_mm":-10)",
+       L"2x2, spacing 20 mm / -10 mm",
+       {{50, 30}, {70, 30}, {50, 20}, {70, 20}}},
+  };
+  DrilledPlate(0, 0, 100, 60, {50, 30});
+  for (const auto& [arguments, told, holes] : cases) {
+    SCOPED_TRACE(EncodeUtf8(arguments));
+    const auto result = Run(kRectangular, Format(LR"({"feature_names":["Extrude_1"],%s})", arguments));
+    EXPECT_EQ(EncodeUtf8(result.message),
+              EncodeUtf8(Format(L"Rectangular pattern 'Pattern 1' created: %s.", told)));
+    ExpectHoles(holes);
+    Delete(L"Pattern 1");
+  }
+}
+
+TEST_F(PatternOperation, HolesStandAboutAnAxis) {
+  // The axis Y is where RIGHT and TOP meet: the line along z.
+  const struct {
+    const wchar_t* arguments;
+    const wchar_t* told;
+    std::vector<double> degrees;
+  } cases[] = {
+      {LR"("axis":"Y","count":6)", L"6 instances around Y, 360 deg", {0, 60, 120, 180, 240, 300}},
+      // The whole angle over the count: a gap of one step stays at its end.
+      {LR"("axis":" xz","count":4,"angle_deg":90)", L"4 instances around  xz, 90 deg", {0, 22.5, 45, 67.5}},
+      {LR"("axis":"FRONT","count":3,"angle_deg":90,"fit_within_angle":false)",
+       L"3 instances around FRONT, 90 deg",
+       {0, 90, 180}},
+  };
+  DrilledPlate(-50, -50, 50, 50, {30, 0});
+  for (const auto& [arguments, told, degrees] : cases) {
+    SCOPED_TRACE(EncodeUtf8(arguments));
+    ClearHistory();
+    const auto result = Run(kCircular, Format(LR"({"feature_names":["Extrude_1"],%s})", arguments));
+    EXPECT_EQ(EncodeUtf8(result.message),
+              EncodeUtf8(Format(L"Circular pattern 'Pattern 1' created: %s.", told)));
+    EXPECT_EQ(result.dataJson, LR"({"feature_name":"Pattern 1"})");
+    EXPECT_EQ(CountCaptured(L"CreoMcpPattern: " + result.message), 1);
+    ASSERT_EQ(UndoStack().size(), 1u);  // the axis is not the client's step
+    EXPECT_EQ(UndoStack().back().label, L"Create Pattern 1");
+    std::vector<Place> holes;
+    for (const double angle : degrees) {
+      const double radians = angle * std::numbers::pi / 180;
+      holes.emplace_back(30 * std::cos(radians), 30 * std::sin(radians));
+    }
+    ExpectHoles(holes);
+    Delete(L"Pattern 1");
+  }
+}
+
+TEST_F(PatternOperation, AnAxisIsMadeOnceAndANamedOneWins) {
+  DrilledPlate(-50, -50, 50, 50, {30, 0});
+  Create(kCircular, LR"({"feature_names":["Extrude_1"],"axis":"Y","count":2})");
+  EXPECT_EQ(CountNamed(L"VEK_AXIS_Y"), 1u);
+  EXPECT_EQ(TreeOf(FeatureNamed(L"VEK_AXIS_Y")),
+            "386(387=926 1964 2015(2016(2017=1 2018=@1) 2016(2017=1 2018=@1)))");
+  EXPECT_EQ(CountCaptured(Format(L"Feature Create [datum_axis]: status=0 errCount=0 featId=%d",
+                                 FeatureNamed(L"VEK_AXIS_Y")->id)),
+            1);
+  const int axis_id = FeatureNamed(L"VEK_AXIS_Y")->id;
+
+  // The same word finds it again.
+  DrawHole(L"SECOND", {0, 20});
+  ASSERT_EQ(Cut(L"SECOND"), L"Extrude 2");
+  EXPECT_EQ(Create(kCircular, LR"({"feature_names":["Extrude 2"],"axis":" y","count":2})"), L"Pattern_1");
+  EXPECT_EQ(CountNamed(L"VEK_AXIS_Y"), 1u);
+  // An axis called Z is the one meant by Z, though that word has a meaning: a turn about the line along z.
+  DrawHole(L"THIRD", {10, 10});
+  ASSERT_EQ(Cut(L"THIRD"), L"Extrude_2");
+  FeatureNamed(L"VEK_AXIS_Y")->name = L"Z";
+  EXPECT_EQ(Create(kCircular, LR"({"feature_names":["Extrude_2"],"axis":"Z","count":2})"), L"Pattern 2");
+  EXPECT_EQ(CountNamed(L"VEK_AXIS_Z"), 0u);
+  EXPECT_EQ(FeatureNamed(L"Z")->id, axis_id);
+  ExpectHoles({{30, 0}, {-30, 0}, {0, 20}, {0, -20}, {10, 10}, {-10, -10}});
+}
+
+class GroupedPattern : public PatternOperation {
+ protected:
+  // Two holes, the one right behind the other in the part: "Extrude_1" and "Extrude 2".
+  void SetUp() override {
+    PatternOperation::SetUp();
+    Plate(0, 0, 100, 60);
+    DrawHole(L"A", {10, 10});
+    DrawHole(L"B", {10, 40});
+    ASSERT_EQ(Cut(L"A"), L"Extrude_1");
+    ASSERT_EQ(Cut(L"B"), L"Extrude 2");
+    ClearHistory();
+  }
+};
+
+TEST_F(GroupedPattern, SeveralFeaturesAreLedByTheirGroup) {
+  const auto mark = host().journal.Mark();
+  const std::wstring name = Create(
+      kRectangular,
+      LR"({"feature_names":["Extrude_1","Extrude 2"],"x_direction":"X","x_count":3,"x_spacing_mm":20})");
+  EXPECT_EQ(name, L"Pattern 1");
+  // The group is made when the words have been understood.
+  EXPECT_THAT(
+      CallsSince(mark, {"ProModelitemByNameInit", "ProLocalGroupCreate", "ProUnitInit", "ProPatternCreate",
+                        "ProFeaturePatternGet", "ProSolidRegenerate", "ProWindowRepaint",
+                        "ProModelitemNameSet", "ProElementFree", "ProReferenceFree"}),
+      ElementsAre("ProModelitemByNameInit", "ProLocalGroupCreate", "ProUnitInit", "ProPatternCreate",
+                  "ProFeaturePatternGet", "ProSolidRegenerate", "ProWindowRepaint", "ProModelitemByNameInit",
+                  "ProModelitemNameSet", "ProSolidRegenerate", "ProElementFree", "ProReferenceFree"));
+  ASSERT_NE(FeatureNamed(L"VEK_PATTERN_GROUP"), nullptr);
+  EXPECT_EQ(CountCaptured(Format(L"Pattern Create [rectangular]: status=0 leaderId=%d class=1",
+                                 FeatureNamed(L"VEK_PATTERN_GROUP")->id)),
+            1);
+  ExpectHoles({{10, 10}, {30, 10}, {50, 10}, {10, 40}, {30, 40}, {50, 40}});
+}
+
+TEST_F(GroupedPattern, AGroupIsMadeBeforeABadAxisAndBehindABadDirection) {
+  const std::size_t features = Current().features.size();
+  ExpectFailure(kRectangular,
+                LR"({"feature_names":["Extrude_1","Extrude 2"],"x_direction":"odd","x_count":2,
+                    "x_spacing_mm":20})",
+                L"Could not resolve direction 'odd' to datum plane 'ODD'.");
+  EXPECT_EQ(Current().features.size(), features);
+  ExpectFailure(kCircular, LR"({"feature_names":["Extrude_1","Extrude 2"],"axis":"odd","count":2})",
+                L"Could not resolve axis 'odd'. Use X/Y/Z or an existing axis name.");
+  EXPECT_EQ(CountNamed(L"VEK_PATTERN_GROUP"), 1u);
+  EXPECT_TRUE(UndoStack().empty());
+}
+
+TEST_F(GroupedPattern, FeaturesThatAreNoNeighboursMakeNoGroup) {
+  const ModelState before = State();
+  const auto result = Run(kCircular, LR"({"feature_names":["PLATE","Extrude 2"],"axis":"Y","count":2})");
+  EXPECT_FALSE(result.success);
+  const std::string head = "Could not group 2 features for a single pattern (status=-";
+  const std::string tail =
+      "). Creo local groups require contiguous features in the regen list. Pattern one feature at a time, or "
+      "group them in the UI first.";
+  EXPECT_THAT(EncodeUtf8(result.message), testing::StartsWith(head));
+  EXPECT_THAT(EncodeUtf8(result.message), testing::EndsWith(tail));
+  EXPECT_EQ(State(), before);
+  faults().Fail("ProArrayAlloc", PRO_TK_OUT_OF_MEMORY);
+  ExpectFailure(kCircular, LR"({"feature_names":["Extrude_1","Extrude 2"],"axis":"Y","count":2})",
+                L"Failed to allocate feature id array for group.");
+}
+
+TEST_F(PatternOperation, WhatIsMissingIsRefused) {
+  const wchar_t* const none = L"'feature_names' must contain at least one feature.";
+  const wchar_t* const x_count = L"'x_count' must be an integer >= 2.";
+  const wchar_t* const count = L"'count' must be an integer >= 2.";
+  const wchar_t* const unknown = L"Feature ' ' not found. Call api_feature_list and use an exact name.";
+  DrilledPlate(0, 0, 100, 60, {10, 10});
+  ExpectRefusals({
+      {kRectangular, LR"({})", L"'x_count' is required."},
+      {kRectangular, LR"({"x_count":1})", x_count},
+      {kRectangular, LR"({"x_count":2.5})", x_count},
+      {kRectangular, LR"({"x_count":2.99999999999})", x_count},
+      {kRectangular, LR"({"x_count":-3})", x_count},
+      {kRectangular, LR"({"x_count":1e300})", x_count},
+      {kRectangular, LR"({"x_count":"nan"})", x_count},
+      {kRectangular, LR"({"x_count":2})", L"'x_spacing_mm' is required."},
+      {kRectangular, LR"({"x_count":2,"x_spacing_mm":1})", none},
+      {kRectangular, LR"({"x_count":2,"x_spacing_mm":1,"feature_names":"Extrude_1"})", none},
+      {kRectangular, LR"({"x_count":2,"x_spacing_mm":1,"feature_names":["",""]})", none},
+      {kRectangular, LR"({"x_count":2,"x_spacing_mm":1,"feature_names":[" "],"x_direction":"odd"})", unknown},
+      {kRectangular,
+       LR"({"x_count":2,"x_spacing_mm":1,"feature_names":["Extrude_1"],"y_direction":" Odd","y_count":2})",
+       L"Could not resolve direction ' Odd' to datum plane 'ODD'."},
+      {kCircular, LR"({})", L"'count' is required."},
+      {kCircular, LR"({"count":1.999})", count},
+      {kCircular, LR"({"count":2})", none},
+      {kCircular, LR"({"count":2,"feature_names":["Extrude_1"]})", L"'axis' is required."},
+      {kCircular, LR"({"count":2,"feature_names":["Extrude_1"],"axis":" "})", L"'axis' is required."},
+      {kCircular, LR"({"count":2,"feature_names":["Extrude_1"],"axis":"odd"})",
+       L"Could not resolve axis 'odd'. Use X/Y/Z or an existing axis name."},
+  });
+}
+
+TEST_F(PatternOperation, AnAxisNeedsItsPlanes) {
+  DrilledPlate(0, 0, 100, 60, {10, 10});
+  FeatureNamed(L"TOP")->name = L"ELSE";
+  ExpectRefusals({
+      {kCircular, LR"({"count":2,"feature_names":["Extrude_1"],"axis":"y"})",
+       L"Need datum planes RIGHT and TOP to build axis 'y'."},
+      {kRectangular, LR"({"feature_names":["Extrude_1"],"x_count":2,"x_spacing_mm":9})",
+       L"Could not resolve direction '' to datum plane 'TOP'."},
+  });
+}
+
+TEST_F(PatternOperation, EachRowOfTheDirectionTreeHasItsMessage) {
+  DrilledPlate(0, 0, 100, 60, {10, 10});
+  const wchar_t* const root = L"Failed to populate direction pattern root.";
+  const wchar_t* const branch = L"Failed to populate direction pattern direction branch.";
+  const wchar_t* const instances = L"Failed to set direction pattern instance count.";
+  ExpectFailures(kRectangular,
+                 LR"({"feature_names":["Extrude_1"],"x_direction":"X","x_count":2,"x_spacing_mm":20,
+                     "y_direction":"Z","y_count":2,"y_spacing_mm":20})",
+                 {
+                     {"ProElementAlloc", 1, L"Failed to allocate direction pattern tree."},
+                     {"ProElementAlloc", 2, root},
+                     {"ProElementAlloc", 4, root},
+                     {"ProElementAlloc", 5, branch},  // 3291
+                     {"ProReferenceAlloc", 1, branch},
+                     {"ProElementAlloc", 11, branch},  // 3274
+                     {"ProElementAlloc", 12, instances},
+                     {"ProElementAlloc", 13, instances},
+                     {"ProElementAlloc", 14, branch},  // 3292
+                     {"ProReferenceSet", 2, branch},
+                     {"ProElementDoubleSet", 2, branch},
+                     {"ProElementAlloc", 22, instances},
+                     {"ProPatternCreate", 1, L"Creo could not create the rectangular pattern (status=-8)."},
+                 });
+  EXPECT_EQ(CountCaptured(Format(L"Pattern Create [rectangular]: status=-8 leaderId=%d class=0",
+                                 FeatureNamed(L"Extrude_1")->id)),
+            1);
+}
+
+TEST_F(PatternOperation, EachRowOfTheAxisTreesHasItsMessage) {
+  DrilledPlate(-50, -50, 50, 50, {30, 0});
+  const std::wstring request = LR"({"feature_names":["Extrude_1"],"axis":"Y","count":3})";
+  const wchar_t* const datum = L"Failed to populate datum axis element tree.";
+  ExpectFailures(kCircular, request,
+                 {
+                     {"ProElementAlloc", 1, L"Failed to allocate datum axis tree."},
+                     {"ProElementAlloc", 2, datum},
+                     {"ProElementWstringSet", 1, datum},
+                     {"ProReferenceSet", 1, datum},
+                     {"ProElementAlloc", 10, datum},
+                     {"ProFeatureWithoptionsCreate", 1,
+                      L"Creo could not create the datum_axis feature (status=-8, errors=0)."},
+                 });
+  faults().Clear();
+  faults().NoEffect("ProFeatureGeomitemVisit");
+  ExpectFailure(kCircular, request, L"Datum axis was created but its geometry handle was not found.");
+  ASSERT_EQ(CountNamed(L"VEK_AXIS_Y"), 1u);
+
+  // With the axis there, the pattern's own tree is what comes first.
+  const wchar_t* const tree = L"Failed to populate axis pattern tree.";
+  ExpectFailures(kCircular, request,
+                 {
+                     {"ProElementAlloc", 1, L"Failed to allocate axis pattern tree."},
+                     {"ProElementAlloc", 2, tree},
+                     {"ProReferenceAlloc", 1, tree},
+                     {"ProElementAlloc", 8, tree},
+                     {"ProElementAlloc", 9, L"Failed to set axis pattern angle increment."},
+                     {"ProElementAlloc", 10, L"Failed to set axis pattern whole angle."},
+                     {"ProPatternCreate", 1, L"Creo could not create the circular pattern (status=-8)."},
+                 });
+}
+
+TEST_F(PatternOperation, APatternWithoutAHandleStaysInThePart) {
+  DrilledPlate(-50, -50, 50, 50, {30, 0});
+  faults().Fail("ProFeaturePatternGet", PRO_TK_E_NOT_FOUND);
+  ExpectFailure(kCircular, LR"({"feature_names":["Extrude_1"],"axis":"Y","count":2})",
+                L"Pattern was created but its pattern handle could not be resolved.");
+  ExpectHoles({{30, 0}, {-30, 0}});
+  EXPECT_TRUE(UndoStack().empty());
+}
+
+}  // namespace
+}  // namespace vek::support

@@ -1,0 +1,350 @@
+// The sweep operation: solids, the ladder of redefinitions, failures; and the loft, which there is only by
+// name.
+#include <gmock/gmock.h>
+
+#include <numbers>
+
+#include "addin/text/format.h"
+#include "addin/text/utf8.h"
+#include "tests/operations/feature_test.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+using std::numbers::pi;
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+
+constexpr const wchar_t* kSweep = L"api_feature_sweep";
+constexpr const wchar_t* kAlong = LR"({"profile_sketch_name":"PROFILE","path_sketch_name":"PATH"})";
+constexpr const wchar_t* kNotFound =
+    L"Sketched curve feature '?' not found. Create/commit it with api_sketch_* first.";
+class SweepOperation : public FeatureTest {
+ protected:
+  void NewPath(const std::wstring& points) {
+    NewSketch(L"PATH", L"FRONT");
+    Draw(L"api_sketch_polyline", L"PATH", Format(LR"("points":%s)", points));
+  }
+  // A circle about (4, 0) with the radius 1, and a path of 30 to the right and 20 up.
+  void CircleAndPath() {
+    NewSketch(L"PROFILE", L"TOP");
+    DrawCircle(L"PROFILE");
+    NewPath(L"[[0,0],[30,0],[30,20]]");
+  }
+  // The labels and the incomplete flags of the redefinitions so far.
+  static std::vector<std::wstring> Rungs() {
+    std::vector<std::wstring> rungs;
+    for (const auto& [side, text] : CapturedLog()) {
+      if (!text.starts_with(L"Feature Sweep redefine(")) continue;
+      const std::size_t from = text.find(L'('), flag = text.find(L"incomplete=");
+      rungs.push_back(text.substr(from + 1, text.find(L')') - from - 1) + L" " + text.substr(flag + 11, 1));
+    }
+    return rungs;
+  }
+  static std::vector<std::wstring> SweepLog() {
+    std::vector<std::wstring> lines;
+    for (const auto& [side, text] : CapturedLog())
+      if (text.starts_with(L"Feature Sweep") || text.starts_with(L"Feature Create")) lines.push_back(text);
+    return lines;
+  }
+  // Makes redefinitions fail, and tells what becomes of the sweep.
+  void ExpectIncomplete(int status, int incomplete, const std::vector<std::wstring>& rungs) {
+    const ModelState before = State();
+    ClearCapturedLog();
+    ExpectFailure(kSweep, kAlong,
+                  Format(L"Creo could not complete the sweep from profile 'PROFILE' along path 'PATH' "
+                         L"(status=%d, incomplete=%d). Check D:\\VekCreoAddin.log.",
+                         status, incomplete));
+    EXPECT_THAT(Rungs(), ElementsAreArray(rungs));
+    EXPECT_EQ(State(), before);
+  }
+};
+
+TEST_F(SweepOperation, ACircleIsCentredOnThePath) {
+  CircleAndPath();
+  Succeed(kSweep, kAlong);
+  // Round the corner the mitred tube is as long as its middle: 50. It reaches 1 beyond it on each side.
+  EXPECT_NEAR(Volume(), 50 * pi, 1e-4);
+  EXPECT_NEAR(Outline().low[1], -1, 1e-6);
+  EXPECT_NEAR(Outline().high[0], 31, 1e-6);
+  EXPECT_NEAR(Outline().high[1], 20, 1e-6);
+}
+
+TEST_F(SweepOperation, ABendFollowsPappus) {
+  NewSketch(L"PROFILE", L"TOP");
+  DrawCircle(L"PROFILE");
+  NewSketch(L"PATH", L"FRONT");
+  Draw(L"api_sketch_line_two_points", L"PATH", LR"("x1":0,"y1":0,"x2":0,"y2":30)");
+  Draw(L"api_sketch_arc", L"PATH",
+       LR"("cx":10,"cy":30,"radius":10,"start_angle_deg":90,"sweep_angle_deg":90)");
+  Succeed(kSweep, kAlong);
+  EXPECT_NEAR(Volume(), pi * (30 + pi / 2 * 10), 1e-4);
+}
+
+TEST_F(SweepOperation, ARectangleStaysWhereItIsOnTheCrosshairs) {
+  Rectangle(L"PROFILE", L"XY", 1, 2, 5, 4);
+  NewPath(L"[[0,0],[40,0]]");
+  Succeed(kSweep, kAlong);
+  // Along +X the section's +y is FRONT's normal +Z, and its +x is y × tangent = +Y.
+  EXPECT_NEAR(Volume(), 4 * 2 * 40, 1e-6);
+  const bench::Box box = Outline();
+  EXPECT_THAT(box.low, ElementsAre(testing::DoubleNear(0, 1e-6), testing::DoubleNear(1, 1e-6),
+                                   testing::DoubleNear(2, 1e-6)));
+  EXPECT_THAT(box.high, ElementsAre(testing::DoubleNear(40, 1e-6), testing::DoubleNear(5, 1e-6),
+                                    testing::DoubleNear(4, 1e-6)));
+}
+
+TEST_F(SweepOperation, ProfilesWithoutUseGiveTheCircleOfFiveMillimetres) {
+  NewSketch(L"PROFILE", L"TOP");
+  Draw(L"api_sketch_polyline", L"PROFILE", LR"("points":[[0,0],[9,9]],"construction":true)");
+  NewPath(L"[[0,0],[40,0]]");
+  Current().length_unit = bench::LengthUnit::kInch;
+  ClearCapturedLog();
+  Succeed(kSweep, kAlong);
+  // The path was drawn in a part of millimetres: in inches it is 25.4 times as long.
+  EXPECT_NEAR(Volume(), 25 * pi * 40 * 25.4, 1e-3);
+  EXPECT_EQ(CountCaptured(L"Feature Sweep: fallback circle-at-origin status=0 id=1 r=0.19685"), 1);
+}
+
+TEST_F(SweepOperation, OfACircleAndALineTheCircleIsSwept) {
+  CircleAndPath();
+  Draw(L"api_sketch_line_two_points", L"PROFILE", LR"("x1":7,"y1":0,"x2":9,"y2":9)");
+  Succeed(kSweep, kAlong);
+  EXPECT_NEAR(Volume(), 50 * pi, 1e-4);
+}
+
+TEST_F(SweepOperation, ACutTakesTheTubeAway) {
+  Block(40, 20, 10);
+  NewSketch(L"PROFILE", L"TOP");
+  DrawCircle(L"PROFILE");
+  NewPath(L"[[0,10],[40,10]]");
+  Succeed(kSweep, LR"({"profile_sketch_name":"PROFILE","path_sketch_name":"PATH","operation":"remove"})");
+  // Half of the tube lies in the block.
+  EXPECT_NEAR(Volume(), 40 * 20 * 10 - 40 * pi / 2, 1e-4);
+  const std::string tree = TreeOf(Current().features.back().get());
+  EXPECT_THAT(tree,
+              testing::StartsWith("386(388=4 5528=128 3165(1176(15(725=26 726(2124=108))) 1159(1170=0 1171=1 "
+                                  "1649=0 "));
+  EXPECT_THAT(tree,
+              testing::EndsWith(" 3164(1168=8388608 897(725=25)) 1964 1956=917 2023=916 3176=0 499=1)"));
+}
+
+TEST_F(SweepOperation, AnswersLogAndHistoryFollowTheWay) {
+  CircleAndPath();
+  const int path = FeatureNamed(L"PATH")->id;
+  ClearHistory();
+  ClearCapturedLog();
+  const auto result = Run(kSweep, kAlong);
+  EXPECT_EQ(result.message, L"Sweep 'SWEEP' created (profile 'PROFILE' along path 'PATH').");
+  EXPECT_EQ(result.dataJson, LR"({"feature_name":"SWEEP"})");
+  ASSERT_EQ(UndoStack().size(), 1u);
+  EXPECT_EQ(UndoStack().back().label, L"Create SWEEP");
+  const int id = FeatureNamed(L"SWEEP")->id;
+  EXPECT_THAT(
+      SweepLog(),
+      ElementsAre(
+          Format(L"Feature Sweep: trajectory FEATURE_INSTR featId=%d regen=0 sels=2", path),
+          Format(L"Feature Create [sweep]: status=0 errCount=0 featId=%d", id),
+          L"Feature Sweep: section circle-at-origin status=0 id=1 r=1",
+          L"Feature Sweep: section dia-dim status=0 dimId=1",
+          L"Feature Sweep[finalize]: solve=0 (errs=0) regen=0 (errs=0)",
+          L"Feature Sweep: set section METHOD=PRO_SEC_SKETCH", L"Feature Sweep: section entity count=1",
+          L"Feature Sweep: removed FRM_START_X DIRECTION_REFERENCE",
+          L"Feature Sweep: set FRM_USER_X=DEFAULT_START_X",
+          Format(L"Feature Sweep redefine(SECTION+DEFAULT_X): status=0 errCount=0 incomplete=0 featId=%d",
+                 id)));
+  // The name is taken now, and the next one gets a number.
+  EXPECT_EQ(Create(kSweep, kAlong), L"Sweep 1");
+}
+
+TEST_F(SweepOperation, GivesEverythingBackInItsOrder) {
+  CircleAndPath();
+  const std::vector<std::string> frees = {"ProFeatureElemtreeFree", "ProElementFree", "ProCollectionFree",
+                                          "ProReferenceFree", "ProFeatureDelete"};
+  auto mark = host().journal.Mark();
+  Succeed(kSweep, kAlong);
+  // The first tree, the start direction that was taken out; then the feature's tree and the profile's.
+  EXPECT_THAT(CallsSince(mark, frees),
+              ElementsAre("ProElementFree", "ProElementFree", "ProFeatureElemtreeFree",
+                          "ProFeatureElemtreeFree", "ProCollectionFree", "ProReferenceFree"));
+  // A feature that fails goes behind its tree. On the way that tree is taken anew, once.
+  faults().Fail("ProFeatureWithoptionsRedefine", PRO_TK_GENERAL_ERROR, 1, 9);
+  mark = host().journal.Mark();
+  EXPECT_FALSE(Run(kSweep, kAlong).success);
+  EXPECT_THAT(CallsSince(mark, frees),
+              ElementsAre("ProElementFree", "ProElementFree", "ProFeatureElemtreeFree",
+                          "ProFeatureElemtreeFree", "ProFeatureDelete", "ProFeatureElemtreeFree",
+                          "ProCollectionFree", "ProReferenceFree", "ProReferenceFree"));
+}
+
+TEST_F(SweepOperation, TheFirstRungThatCompletesEndsTheLadder) {
+  CircleAndPath();
+  const std::vector<std::wstring> all = {L"SECTION+DEFAULT_X 1", L"SECTION+USER_X 1", L"COMPLETE 1",
+                                         L"DEFINE_MISS 1", L"EMPTY_OPTS 0"};
+  for (int rungs = 1; rungs <= 5; ++rungs) {
+    SCOPED_TRACE(rungs);
+    ClearCapturedLog();
+    faults().Clear();
+    if (rungs > 1) faults().NoEffect("ProFeatureWithoptionsRedefine", 1, rungs - 1);
+    const std::wstring name = Create(kSweep, kAlong);
+    std::vector<std::wstring> climbed(all.begin(), all.begin() + rungs);
+    climbed.back().back() = L'0';
+    EXPECT_THAT(Rungs(), ElementsAreArray(climbed));
+    EXPECT_NEAR(Volume(), 50 * pi, 1e-4);
+    Delete(name);
+  }
+  // A section that the host lost in between is drawn again.
+  EXPECT_EQ(CountCaptured(L"Feature Sweep: re-extract lost section geometry; rebuilding"), 1);
+  EXPECT_EQ(CountCaptured(L"Feature Sweep: set FRM_USER_X=USER_START_X dir status=0"), 1);
+}
+
+TEST_F(SweepOperation, ARefusedRungChangesTheNextOnes) {
+  CircleAndPath();
+  // "COMPLETE" is left out behind a status.
+  faults().Fail("ProFeatureWithoptionsRedefine", PRO_TK_BAD_CONTEXT, 1, 9);
+  ExpectIncomplete(-8, 1, {L"SECTION+DEFAULT_X 1", L"SECTION+USER_X 1", L"DEFINE_MISS 1", L"EMPTY_OPTS 1"});
+  // Without the planes there is no start direction, and without an array no last rung.
+  faults().Clear();
+  faults().Fail("ProModelitemByNameInit", PRO_TK_E_NOT_FOUND, 1, 6);
+  faults().NoEffect("ProFeatureWithoptionsRedefine", 1, 9);
+  // The creation's array and those of the three rungs come before.
+  faults().Fail("ProArrayAlloc", PRO_TK_OUT_OF_MEMORY, 5);
+  ExpectIncomplete(0, 1, {L"SECTION+DEFAULT_X 1", L"COMPLETE 1", L"DEFINE_MISS 1"});
+  // A host that doesn't tell whether the feature is complete leaves it incomplete.
+  faults().Clear();
+  faults().Fail("ProFeatureIsIncomplete", PRO_TK_GENERAL_ERROR, 1, 9);
+  ExpectIncomplete(
+      0, 1, {L"SECTION+DEFAULT_X 1", L"SECTION+USER_X 1", L"COMPLETE 1", L"DEFINE_MISS 1", L"EMPTY_OPTS 1"});
+}
+
+TEST_F(SweepOperation, WhatTheGeometryRefusesLeavesNoFeature) {
+  CircleAndPath();
+  // A circle with a radius of 25 doesn't go round the corner.
+  NewSketch(L"WIDE", L"TOP");
+  Draw(L"api_sketch_circle_center_radius", L"WIDE", LR"("cx":0,"cy":0,"radius":25)");
+  const ModelState before = State();
+  ClearCapturedLog();
+  const auto result = Run(kSweep, LR"({"profile_sketch_name":"WIDE","path_sketch_name":"PATH"})");
+  EXPECT_FALSE(result.success);
+  EXPECT_EQ(result.message,
+            L"Creo could not complete the sweep from profile 'WIDE' along path 'PATH' (status=-1, "
+            L"incomplete=1). Check D:\\VekCreoAddin.log.");
+  EXPECT_THAT(Rungs(), ElementsAre(L"SECTION+DEFAULT_X 1", L"SECTION+USER_X 1", L"COMPLETE 1",
+                                   L"DEFINE_MISS 1", L"EMPTY_OPTS 1"));
+  EXPECT_EQ(State(), before);
+}
+
+TEST_F(SweepOperation, ASectionThatIsMissingIsAskedFor) {
+  CircleAndPath();
+  ClearCapturedLog();
+  // The profile's section is the first, that of the new feature the second.
+  faults().Fail("ProElementSpecialvalueGet", PRO_TK_E_NOT_FOUND, 2);
+  Succeed(kSweep, kAlong);
+  EXPECT_THAT(Rungs(), ElementsAre(L"INIT-SKETCHER 1", L"SECTION+DEFAULT_X 0"));
+}
+
+TEST_F(SweepOperation, ATrajectoryThatIsNoWholeIsItsFirstCurve) {
+  CircleAndPath();
+  for (const char* call : {"ProCrvcollectionRegenerate", "ProCrvcollinstrReferenceAdd"}) {
+    SCOPED_TRACE(call);
+    faults().Fail(call, PRO_TK_GENERAL_ERROR);
+    ClearCapturedLog();
+    const std::wstring name = Create(kSweep, kAlong);
+    EXPECT_NEAR(Volume(), 30 * pi, 1e-4);
+    EXPECT_EQ(SweepLog()
+                  .at(call == std::string("ProCrvcollectionRegenerate") ? 1 : 0)
+                  .rfind(L"Feature Sweep: trajectory single ref type=62 id=", 0),
+              0u);
+    Delete(name);
+  }
+}
+
+TEST_F(SweepOperation, ThePathStaysUnderItsSweep) {
+  CircleAndPath();
+  Succeed(kSweep, kAlong);
+  Delete(L"PROFILE");
+  EXPECT_NE(FeatureNamed(L"SWEEP"), nullptr);
+  Delete(L"PATH");
+  EXPECT_EQ(FeatureNamed(L"SWEEP"), nullptr);
+}
+
+TEST_F(SweepOperation, ArgumentsAreCheckedInTheirOrder) {
+  CircleAndPath();
+  const wchar_t* const both = L"'profile_sketch_name' and 'path_sketch_name' are required.";
+  ExpectRefusals({
+      {kSweep, LR"({"profile_sketch_name":"?","operation":"odd"})", both},
+      {kSweep, LR"({"path_sketch_name":"?"})", both},
+      {kSweep, LR"({"profile_sketch_name":"?","path_sketch_name":"?","operation":"intersect"})",
+       L"Creo feature operations do not support operation='intersect'. Use 'join' or 'cut'."},
+      {kSweep, LR"({"profile_sketch_name":"?","path_sketch_name":"!"})", kNotFound},
+      {kSweep, LR"({"profile_sketch_name":"PROFILE","path_sketch_name":"?"})", kNotFound},
+  });
+}
+
+TEST_F(SweepOperation, EachCallThatFailsHasItsMessage) {
+  CircleAndPath();
+  const wchar_t* const curves = L"Failed to collect curves from the path sketch for the sweep trajectory.";
+  const wchar_t* const populate = L"Failed to populate sweep element tree.";
+  ExpectFailures(
+      kSweep, kAlong,
+      {
+          {"ProFeatureElemtreeExtract", 1,
+           L"Failed to extract the sweep profile section from 'PROFILE' (status=-8)."},
+          {"ProCrvcollectionAlloc", 1, curves},
+          {"ProElementAlloc", 1, L"Failed to allocate sweep element tree."},
+          {"ProElementAlloc", 2, populate},
+          {"ProElementCollectionSet", 1, populate},
+          {"ProElementWstringSet", 1, populate},
+          {"ProFeatureWithoptionsCreate", 1,
+           L"Creo could not create the sweep feature (status=-8, errors=0)."},
+          {"ProFeatureElemtreeExtract", 2, L"Sweep incomplete feature created but section extract failed."},
+      });
+  const ModelState before = State();
+  const auto expect = [&](const wchar_t* message) {
+    ExpectFailure(kSweep, kAlong, message);
+    EXPECT_EQ(State(), before);
+    faults().Clear();
+  };
+  faults().Clear();
+  faults().Fail("ProCrvcollectionRegenerate", PRO_TK_GENERAL_ERROR, 1, 2);
+  expect(curves);
+  faults().Fail("ProElementSpecialvalueGet", PRO_TK_E_NOT_FOUND, 2, 3);
+  expect(L"Sweep section PRO_E_SKETCHER was not initialized.");
+  faults().Fail("ProSectionEntityAdd", PRO_TK_GENERAL_ERROR, 1, 9);
+  expect(L"Failed to create sweep cross-section geometry on trajectory crosshairs.");
+  faults().NoEffect("ProFeatureWithoptionsRedefine");
+  faults().Fail("ProFeatureElemtreeExtract", PRO_TK_GENERAL_ERROR, 3);
+  expect(L"Sweep re-extract failed before USER_START_X.");
+}
+
+// Whatever call fails, everything is given back, and a sweep that failed leaves no feature.
+TEST_F(SweepOperation, AnyCallMayFail) {
+  CircleAndPath();
+  const auto mark = host().journal.Mark();
+  Delete(Create(kSweep, kAlong));
+  auto calls = CallsSince(mark);
+  std::erase_if(calls, [](const std::string& call) { return call.ends_with("Free"); });
+  const std::size_t features = Current().features.size();
+  for (int number = 1; number <= static_cast<int>(calls.size()); ++number) {
+    SCOPED_TRACE(number);
+    faults().FailNumber(number, PRO_TK_GENERAL_ERROR);
+    const auto result = Run(kSweep, kAlong);
+    faults().Clear();
+    EXPECT_FALSE(result.message.empty());
+    EXPECT_TRUE(host().ledger.Outstanding().empty());
+    EXPECT_TRUE(host().ledger.Violations().empty());
+    ASSERT_EQ(Current().features.size(), features + (result.success ? 1 : 0));
+    if (result.success) Delete(Current().features.back()->name);
+  }
+}
+
+TEST_F(SweepOperation, ALoftIsUnavailable) {
+  Succeed(L"api_document_close", Format(LR"({"name_or_path":"%s"})", Current().name));
+  ClearCapturedLog();
+  ExpectFailure(L"api_feature_loft", L"{}", L"api_feature_loft is unavailable on Creo.");
+  EXPECT_EQ(CountCaptured(L"Feature Loft: unavailable."), 1);
+}
+
+}  // namespace
+}  // namespace vek::support
