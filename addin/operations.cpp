@@ -1,8 +1,11 @@
 #include "addin/operations.h"
 
 #include "addin/ops/document/documents.h"
+#include "addin/ops/document/undo_redo.h"
 #include "addin/ops/exchange/export.h"
 #include "addin/ops/feature/registration.h"
+#include "addin/ops/macros/macros.h"
+#include "addin/ops/parameters/parameters.h"
 #include "addin/ops/sketch/registration.h"
 
 namespace vek {
@@ -10,9 +13,12 @@ namespace vek {
 CreoMcpProvider BuildProvider() {
   CreoMcpProvider provider;
   document::RegisterDocumentOperations(provider);
+  document::RegisterUndoRedoOperations(provider);
   exchange::RegisterExportOperations(provider);
+  parameters::RegisterParameterOperations(provider);
   sketch::RegisterSketchOperations(provider);
   feature::RegisterFeatureOperations(provider);
+  macros::RegisterMacroOperations(provider);
   provider.FillMissingOperations();
   return provider;
 }

@@ -87,6 +87,8 @@ Attempt::Outcome Attempt::Run() {
   LogOperation(L"Sketch Commit: copying session entities into Creo section");
   if (!CopyEntities(session_, target))
     return MakeFailureResult(L"Failed to copy sketch entities into Creo's section.");
+  std::wstring refusal;
+  if (!ReplayRecords(session_, target, refusal)) return MakeFailureResult(refusal);
 
   // On and off again: the host takes up what was added while the mode was off.
   ProSectionIntentManagerModeSet(target, PRO_B_TRUE);

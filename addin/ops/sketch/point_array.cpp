@@ -1,6 +1,7 @@
 #include "addin/ops/sketch/point_array.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "addin/server/json_reader.h"
 #include "addin/text/wide_text.h"
@@ -40,6 +41,26 @@ bool ParsePointArray(std::wstring_view text, std::vector<PlanePoint>& points) {
     }
   }
   return !points.empty();
+}
+
+bool ParseContourArray(std::wstring_view text, std::vector<std::vector<PlanePoint>>& contours) {
+  contours.clear();
+  if (text.empty() || text.front() != L'[') return false;
+  int depth = 0;
+  std::size_t opened_at = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == L'[') {
+      if (depth == 1) opened_at = i;
+      ++depth;
+    } else if (text[i] == L']') {
+      --depth;
+      std::vector<PlanePoint> contour;
+      if (depth == 1 && ParsePointArray(text.substr(opened_at, i + 1 - opened_at), contour) &&
+          contour.size() >= 2)
+        contours.push_back(std::move(contour));
+    }
+  }
+  return !contours.empty();
 }
 
 }  // namespace vek::sketch

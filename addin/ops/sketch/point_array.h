@@ -17,4 +17,8 @@ struct PlanePoint {
 // when there is no element at all.
 bool ParsePointArray(std::wstring_view text, std::vector<PlanePoint>& points);
 
+// Reads an array of such arrays. One that can't be read, or has fewer than two points, is dropped without a
+// word. False when none is left.
+bool ParseContourArray(std::wstring_view text, std::vector<std::vector<PlanePoint>>& contours);
+
 }  // namespace vek::sketch

@@ -1,7 +1,12 @@
 #include "addin/ops/sketch/registration.h"
 
+#include "addin/ops/sketch/constraints.h"
 #include "addin/ops/sketch/create.h"
+#include "addin/ops/sketch/dimensions.h"
 #include "addin/ops/sketch/geometry.h"
+#include "addin/ops/sketch/removal.h"
+#include "addin/ops/sketch/text.h"
+#include "addin/text/format.h"
 
 namespace vek::sketch {
 namespace {
@@ -24,6 +29,12 @@ constexpr SketchOperation kOperations[] = {
     {L"api_sketch_ellipse_center_radii", SketchEllipse},
     {L"api_sketch_ellipse_arc", SketchEllipseArc},
     {L"api_sketch_slot", SketchSlot},
+    {L"api_sketch_entity_delete", SketchEntityDelete},
+    {L"api_sketch_constraint_add", SketchConstraintAdd},
+    {L"api_sketch_dimension_add", SketchDimensionAdd},
+    {L"api_sketch_dimension_set_driven", SketchDimensionSetDriven},
+    {L"api_sketch_text", SketchText},
+    {L"api_sketch_text_native", SketchTextNative},
 };
 
 std::map<std::wstring, CreoMcpProvider::Operation>& Table() {
@@ -35,6 +46,12 @@ std::map<std::wstring, CreoMcpProvider::Operation>& Table() {
 
 const std::map<std::wstring, CreoMcpProvider::Operation>& SketchOperationTable() {
   return Table();
+}
+
+CreoMcpOperationResult ReplaySketchOperation(const std::wstring& name, const std::wstring& arguments) {
+  const auto operation = Table().find(name);
+  if (operation == Table().end()) return MakeFailureResult(Format(L"Unknown sketch operation '%s'.", name));
+  return operation->second(arguments);
 }
 
 void RegisterSketchOperations(CreoMcpProvider& provider) {

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "addin/host/text_buffer.h"
+
 namespace vek::sketch {
 namespace {
 
@@ -14,6 +16,7 @@ constexpr auto kCenterline = static_cast<Pro2dEntType>(3);
 constexpr auto kArc = static_cast<Pro2dEntType>(4);
 constexpr auto kCircle = static_cast<Pro2dEntType>(5);
 constexpr auto kSpline = static_cast<Pro2dEntType>(8);
+constexpr auto kText = static_cast<Pro2dEntType>(9);
 constexpr auto kEllipse = static_cast<Pro2dEntType>(12);
 
 }  // namespace
@@ -91,6 +94,16 @@ bool SectionPen::Ellipse(PlanePoint center, double radius_x, double radius_y) {
   record.x_radius = radius_x * scale_;
   record.y_radius = radius_y * scale_;
   return Add(L'E', record);
+}
+
+bool SectionPen::Text(PlanePoint low, PlanePoint high, std::wstring_view text, std::wstring_view font) {
+  Pro2dTextdef record{};
+  record.type = kText;
+  Place(record.corner1, low);
+  Place(record.corner2, high);
+  CopyCut(record.text, text);
+  CopyCut(record.font, font);
+  return Add(L'T', record);
 }
 
 }  // namespace vek::sketch

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "addin/ops/sketch/curves.h"
 #include "addin/ops/sketch/session.h"
@@ -27,6 +28,9 @@ class SectionPen {
   bool Spline(wchar_t letter, std::span<const PlanePoint> points);
   // An ellipse along the axes of the sketch.
   bool Ellipse(PlanePoint center, double radius_x, double radius_y);
+  // The host's text in the box between two corners; an empty font is the host's own. Texts that are too long
+  // for the host's record are cut.
+  bool Text(PlanePoint low, PlanePoint high, std::wstring_view text, std::wstring_view font);
 
   SketchSession& session() const { return session_; }
   // The index of the first entity that this pen drew.

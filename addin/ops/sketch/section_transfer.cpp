@@ -3,6 +3,9 @@
 #include <vector>
 
 #include "addin/host/owned.h"
+#include "addin/ops/common/units.h"
+#include "addin/ops/sketch/constraints.h"
+#include "addin/ops/sketch/dimensions.h"
 #include "addin/platform/log.h"
 #include "addin/text/format.h"
 
@@ -62,6 +65,16 @@ bool CopyEntities(const SketchSession& session, ProSection target) {
   for (const SketchEntityRecord& record : session.entities) {
     if (!CopyEntity(session.section, record.entity_id, target)) return false;
   }
+  return true;
+}
+
+bool ReplayRecords(const SketchSession& session, ProSection target, std::wstring& error) {
+  if (session.constraints.empty() && session.dimensions.empty()) return true;
+  const double scale = MmToModelScale(session.model);
+  for (const SketchConstraintRecord& record : session.constraints)
+    if (!ApplySketchConstraint(target, session, record, error)) return false;
+  for (const SketchDimensionRecord& record : session.dimensions)
+    if (!ApplySketchDimension(target, session, scale, record, error)) return false;
   return true;
 }
 

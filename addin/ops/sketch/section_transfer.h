@@ -13,6 +13,10 @@ ProSection FindSketcherSection(const ExtractedTree& tree);
 // Adds the session's entities to `target` in drawing order, which gives them the same ids there.
 bool CopyEntities(const SketchSession& session, ProSection target);
 
+// Applies the session's constraints and dimensions to `target`, in the order in which they were added. The
+// first that fails ends it, with the reason in `error`.
+bool ReplayRecords(const SketchSession& session, ProSection target, std::wstring& error);
+
 // Regenerates `target`. A section that does not regenerate is only logged: the redefinition decides.
 void RegenerateSection(ProSection target);
 

@@ -31,6 +31,22 @@ struct SketchEntityRecord {
   int entity_id;
 };
 
+// A constraint that each commit applies. Its references are texts and mean what bears their labels at that
+// moment.
+struct SketchConstraintRecord {
+  std::wstring type;  // lower case
+  std::wstring entity1;
+  std::wstring entity2;  // may be empty
+};
+
+struct SketchDimensionRecord {
+  std::wstring type;  // lower case
+  std::wstring entity;
+  std::wstring entity2;  // may be empty
+  double value = 0;      // millimetres, or degrees of an angle
+  bool driven = false;   // the session tracks it, and no commit applies it
+};
+
 struct SketchSession {
   std::wstring name;  // the key in the table, and the name that the feature is to have
   ProMdl model = nullptr;
@@ -45,6 +61,8 @@ struct SketchSession {
   ProFeature feature{};  // zero without a committed feature
   bool has_feature = false;
   std::vector<SketchEntityRecord> entities;  // in drawing order
+  std::vector<SketchConstraintRecord> constraints;
+  std::vector<SketchDimensionRecord> dimensions;
 };
 
 // The sessions of all documents by name, compared with regard to case. A session whose model has been closed
