@@ -42,6 +42,7 @@ TEST_F(ConsoleTest, HelpListsTheCommands) {
   const auto help = Run("help");
   for (const char* command :
        {"help:", "models:", "tree:", "journal [N]:", "faces:", "units mm|inch|m:",
+        "parameter NAME double|string|integer|bool VALUE [UNIT] [locked]:", "relation SYMBOL:",
         "fault CALL STATUS|noeffect [NTH[-MTH]]:", "delay CALL MS:", "ledger:", "pause:", "resume:", "quit:"})
     EXPECT_THAT(help, Contains(StartsWith(command)));
 }
@@ -126,6 +127,33 @@ TEST_F(ConsoleTest, UnitsChangesTheSystemOfTheCurrentModel) {
   EXPECT_THAT(Run("units inch"), ElementsAre("ok"));
   EXPECT_EQ(part.length_unit, LengthUnit::kInch);
   EXPECT_TRUE(part.modified);
+}
+
+TEST_F(ConsoleTest, ParameterAddsOneOrSetsTheOneOfItsName) {
+  Model& part = NewCurrentPart(L"BOLT");
+  part.modified = false;
+  const std::pair<const char*, const char*> refused[] = {
+      {"parameter A double", "error: usage: parameter NAME double|string|integer|bool VALUE [UNIT] [locked]"},
+      {"parameter A float 1", "error: the types are double, string, integer and bool, not float"},
+      {"parameter A double 1x", "error: VALUE is no double: 1x"},
+      {"parameter A integer 1.5", "error: VALUE is no integer: 1.5"},
+      {"parameter A bool yes", "error: VALUE is neither true nor false: yes"},
+      {"parameter A double 1 furlong", "error: there is no unit furlong for that"},
+      {"parameter A integer 1 mm", "error: there is no unit mm for that"},
+      {"parameter A12345678901234567890123456789012 integer 1", "error: NAME is too long"},
+  };
+  for (const auto& [line, answer] : refused) EXPECT_THAT(Run(line), ElementsAre(answer));
+  EXPECT_TRUE(part.parameters.empty());
+  EXPECT_FALSE(part.modified);
+
+  EXPECT_THAT(Run("parameter Length double 2.5 mm locked"), ElementsAre("ok"));
+  EXPECT_THAT(Run("parameter LENGTH string x"), ElementsAre("ok"));
+  ASSERT_EQ(part.parameters.size(), 1u);
+  EXPECT_EQ(part.parameters[0].name, L"LENGTH");
+  EXPECT_EQ(std::get<std::wstring>(part.parameters[0].value), L"x");
+  EXPECT_FALSE(part.parameters[0].locked);
+  EXPECT_TRUE(part.modified);
+  EXPECT_THAT(Run("relation d0"), ElementsAre("error: there is no dimension d0"));
 }
 
 }  // namespace

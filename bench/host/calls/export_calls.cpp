@@ -36,10 +36,10 @@ struct Written {
 };
 
 Written AskForBytes(const Model& model, const Format& format) {
-  const auto recipes = RecipesOf(model, FeaturesOf(model));
-  if (!recipes) return {PRO_TK_GENERAL_ERROR, {}};
+  // What was changed since the last regeneration isn't in it, as it isn't in the model's geometry.
+  const std::string recipes = model.geometry ? model.geometry->recipes : "[]";
   const std::string fields = std::string(R"("format":")") + format.word + R"(","name":)" +
-                             nlohmann::json(ToUtf8(model.name)).dump() + R"(,"recipes":)" + *recipes;
+                             nlohmann::json(ToUtf8(model.name)).dump() + R"(,"recipes":)" + recipes;
   const auto answer = TheHost().kernel.Ask("export", fields);
   if (!answer) return {PRO_TK_COMM_ERROR, {}};
   if (const auto bytes = answer->find("bytes"); bytes != answer->end() && bytes->is_string())

@@ -20,6 +20,8 @@ class DatumAxisKind : public FeatureKind {
  public:
   ProFeattype Type(const ElementNode&) const override { return kDatumAxis; }
 
+  bool HasPlane() const override { return true; }
+
   std::vector<ProType> Datums(const ElementNode&) const override { return {PRO_AXIS}; }
 
   // The feature's plane is square to the axis: the origin lies on it, the normal runs along it.

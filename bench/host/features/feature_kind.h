@@ -59,6 +59,9 @@ class FeatureKind {
   // that the tree refers to must be alive and stand before the feature, which may not be in the model yet.
   virtual std::optional<TreeProblem> Place(Model& model, Feature& feature) const;
 
+  // Whether it is Place that gives such a feature its plane.
+  virtual bool HasPlane() const { return false; }
+
   // The type of the feature that such a tree makes. The tree has been checked, here and below.
   virtual ProFeattype Type(const ElementNode& tree) const = 0;
 
@@ -69,8 +72,8 @@ class FeatureKind {
   // this order.
   virtual std::vector<ProType> Datums(const ElementNode&) const { return {}; }
 
-  // The numbers of such trees that are dimensions, in the order in which they get their symbols. A feature has those
-  // that its tree holds, and behind them the dimensions of its section.
+  // The numbers of such trees that are dimensions, in the order in which they get their symbols. A feature
+  // has those that its tree holds, and behind them the dimensions of its section.
   virtual std::vector<DimensionRule> Dimensions() const { return {}; }
 
   // The kernel's recipe, but for the feature's id; null for a kind that has no geometry of the kernel's.

@@ -41,7 +41,7 @@ std::set<int> WithSuppressedParents(const Model& model, std::set<int> ids) {
   return ids;
 }
 
-std::vector<const Feature*> FeaturesWithout(const Model& model, const std::set<int>& ids) {
+std::vector<Feature*> FeaturesWithout(const Model& model, const std::set<int>& ids) {
   auto features = FeaturesOf(model);
   std::erase_if(features, [&](const Feature* feature) { return ids.contains(feature->id); });
   return features;

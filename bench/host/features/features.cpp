@@ -58,6 +58,9 @@ std::optional<TreeProblem> Start(Model& model, const FeatureKind& kind, const Fe
   if (!takes_sketch) return kind.Place(model, feature);
   feature.section = std::make_shared<SectionData>(*sketch->section);
   feature.plane = sketch->plane;
+  if (const ElementNode* setup = sketch->tree->Find({kSectionElement, kSetupElement}))
+    feature.setup = setup->Clone();
+  feature.sketch = sketch->id;
   feature.parents = sketch->parents;
   return std::nullopt;
 }
@@ -74,7 +77,7 @@ struct Trial {
   std::shared_ptr<const Geometry> geometry;
 };
 
-Trial Try(const Model& model, const std::vector<const Feature*>& candidates, int may_fail = -1) {
+Trial Try(Model& model, const std::vector<Feature*>& candidates, int may_fail = -1) {
   Trial trial;
   trial.geometry = Compute(model, candidates);
   if (!trial.geometry) {
@@ -92,7 +95,7 @@ Trial Try(const Model& model, const std::vector<const Feature*>& candidates, int
 }
 
 // The model's features with one of them exchanged.
-std::vector<const Feature*> Exchanged(const Model& model, const Feature& feature, const Feature& candidate) {
+std::vector<Feature*> Exchanged(const Model& model, Feature& feature, Feature& candidate) {
   auto candidates = FeaturesOf(model);
   std::ranges::replace(candidates, &feature, &candidate);
   return candidates;
@@ -168,6 +171,8 @@ FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode
     candidate.section = SectionIn(*kind, tree);
     if (!candidate.section) candidate.section = std::make_shared<SectionData>(*feature.section);
   }
+  if (feature.setup) candidate.setup = feature.setup->Clone();
+  candidate.sketch = feature.sketch;
   candidate.plane = feature.plane;
   candidate.parents = feature.parents;
   candidate.members = feature.members;

@@ -39,6 +39,8 @@ class HoleKind : public FeatureKind {
  public:
   ProFeattype Type(const ElementNode&) const override { return kHole; }
 
+  bool HasPlane() const override { return true; }
+
   std::optional<TreeProblem> Place(Model& model, Feature& feature) const override {
     if (auto problem = FeatureKind::Place(model, feature)) return problem;
     const ElementNode& tree = *feature.tree;

@@ -37,6 +37,8 @@ class MirrorKind : public FeatureKind {
  public:
   ProFeattype Type(const ElementNode&) const override { return kMirror; }
 
+  bool HasPlane() const override { return true; }
+
   std::vector<ProType> Datums(const ElementNode& tree) const override {
     std::vector<ProType> datums;
     for (const ItemReference& item : ItemsAt(tree, {kItems}))

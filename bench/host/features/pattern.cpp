@@ -178,6 +178,8 @@ class PatternKind : public FeatureKind {
  public:
   ProFeattype Type(const ElementNode&) const override { return kPattern; }
 
+  bool HasPlane() const override { return true; }
+
   // The feature's plane is square to the axis, with its origin there; of a pattern along directions, x and y
   // are these, whatever angle is between them.
   std::optional<TreeProblem> Place(Model& model, Feature& feature) const override {

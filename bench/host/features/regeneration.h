@@ -8,7 +8,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,7 +17,7 @@
 
 namespace bench {
 
-// What came of a list of recipes.
+// What came of a list of features.
 struct Geometry {
   struct Item {
     ProType type;
@@ -26,28 +25,35 @@ struct Geometry {
     std::string key;
   };
 
-  std::string recipes;  // the recipes, as the kernel was sent them
+  // Where a feature lies that lies on geometry: on that of so much of the recipes' text.
+  struct Placement {
+    std::size_t ground = 0;
+    PlaneFrame plane;
+    bool operator==(const Placement&) const = default;
+  };
+
+  std::string recipes;                  // the recipes, as the kernel was sent them: a JSON array
+  std::map<int, Placement> placements;  // per feature
   Topology topology;
   std::vector<Item> items;              // surfaces, edges, curves and points
   std::map<int, std::string> refusals;  // per feature that could not be made: why
 };
 
-// The recipes of those features that take part: complete ones with a tree that are not suppressed. A JSON
-// array. Nothing, after a complaint, when one has a tree that makes no sense, as a damaged file may give.
-std::optional<std::string> RecipesOf(const Model& model, const std::vector<const Feature*>& features);
-
-// What comes of the features, in their order. The kernel is asked only when their recipes are not those that
-// the model's geometry came of. Null, after a complaint, when the kernel gave no answer.
-std::shared_ptr<const Geometry> Compute(const Model& model, const std::vector<const Feature*>& features);
+// What comes of the features that take part, in their order: complete ones with a tree that are not
+// suppressed. What lies on geometry lies on that of the features before it, as it comes out now. The kernel
+// is asked only for what is not in the model's geometry already. The features are as they were afterwards.
+// Null, after a complaint, when the kernel gave no answer or a tree makes no sense, as one of a damaged file
+// may.
+std::shared_ptr<const Geometry> Compute(Model& model, const std::vector<Feature*>& features);
 
 // The features of a model, as Compute takes them.
-std::vector<const Feature*> FeaturesOf(const Model& model);
+std::vector<Feature*> FeaturesOf(const Model& model);
 
-// Makes it the model's: topology, the features' items with their ids, and which features failed.
+// Makes it the model's: topology, the features' places and items with their ids, and which features failed.
 void Commit(Model& model, std::shared_ptr<const Geometry> geometry);
 
 // Those of the refused features that were not known to fail already.
-std::set<int> NewlyRefused(const std::vector<const Feature*>& features, const Geometry& geometry);
+std::set<int> NewlyRefused(const std::vector<Feature*>& features, const Geometry& geometry);
 
 // Regenerates the model. A status other than 0 leaves it as it was: the kernel gave no answer, or a feature
 // that stood can't be made any more.

@@ -53,12 +53,12 @@ std::optional<ReferencePlane> PlaneReferredTo(const ElementNode& element, Model&
   const bool can_be_plane = reference.type == PRO_SURFACE || reference.type == PRO_DATUM_PLANE;
   if (!can_be_plane || reference.owner != &model) return std::nullopt;
   const Feature* owner = model.OwnerOf(reference.type, reference.id);
-  if (!owner || owner->status != PRO_FEAT_ACTIVE || !StandsBefore(model, *owner, feature))
+  if (!owner || owner->status == PRO_FEAT_SUPPRESSED || !StandsBefore(model, *owner, feature))
     return std::nullopt;
   if (owner->type == kDatumPlane)
     return ReferencePlane{owner->plane.origin, owner->plane.Normal(), owner->id};
   const GeometryItem* item = model.FindItem(reference.type, reference.id);
-  return item && item->alive ? PlaneOfFace(model, *owner, item->key) : std::nullopt;
+  return item ? PlaneOfFace(model, *owner, item->key) : std::nullopt;
 }
 
 PlaneFrame FrameAcross(const Vector3& origin, const Vector3& normal) {

@@ -16,7 +16,7 @@ struct ReferencePlane {
 };
 
 // The datum plane or planar face that an element with one reference refers to. Nothing for what is no plane,
-// is not alive, or does not stand before `feature`.
+// is not in the model's topology, or does not stand before `feature`.
 std::optional<ReferencePlane> PlaneReferredTo(const ElementNode& element, Model& model,
                                               const Feature& feature);
 

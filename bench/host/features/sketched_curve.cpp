@@ -21,6 +21,8 @@ class SketchedCurveKind : public FeatureKind {
 
   ProFeattype Type(const ElementNode&) const override { return kCurve; }
 
+  bool HasPlane() const override { return true; }
+
   std::optional<TreeProblem> Place(Model& model, Feature& feature) const override {
     auto placed = PlaceSketch(*feature.tree->Find({kSectionElement, kSetupElement}), model, feature);
     if (const auto* problem = std::get_if<TreeProblem>(&placed)) return *problem;

@@ -18,6 +18,7 @@ struct PlaneFrame {
   Vector3 x{1, 0, 0};
   Vector3 y{0, 1, 0};
   Vector3 Normal() const { return Cross(x, y); }
+  bool operator==(const PlaneFrame&) const = default;
 };
 
 // A surface, curve, point, axis or datum plane of a feature, under its id in the model.
@@ -37,6 +38,8 @@ struct Feature {
   bool incomplete = false;
   std::unique_ptr<ElementNode> tree;     // null for the datums of the start template
   std::shared_ptr<SectionData> section;  // of sketches: their own; of what was made of one: its copy
+  std::unique_ptr<ElementNode> setup;    // of what was made of a sketch: how that one was set up,
+  int sketch = -1;                       // and its id, also when it is gone
   PlaneFrame plane;          // of datum planes: their own; of sketched features: the sketch plane's
   std::vector<int> parents;  // ids of the features that it stands on
   std::vector<int> members;  // of a group: its features; of a pattern: the feature or group that leads it

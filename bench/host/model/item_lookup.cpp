@@ -1,5 +1,7 @@
 #include "bench/host/model/item_lookup.h"
 
+#include <algorithm>
+
 #include "bench/host/host.h"
 
 namespace bench {
@@ -19,6 +21,8 @@ bool ItemExists(const ProModelitem& item) {
       return static_cast<int>(item.type) == static_cast<int>(model->type);
     case PRO_FEATURE:
       return model->FindFeature(item.id) != nullptr;
+    case PRO_DIMENSION:
+      return std::ranges::find(model->dimensions, item.id, &Dimension::id) != model->dimensions.end();
     default: {
       const GeometryItem* geometry = model->FindItem(item.type, item.id);
       return geometry && geometry->alive;

@@ -149,6 +149,8 @@ Json FeatureToJson(const Feature& feature, const Model& model) {
             {"y", VectorToJson(feature.plane.y)}}},
           {"section", feature.section ? SectionToJson(*feature.section) : Json()},
           {"tree", feature.tree ? TreeToJson(*feature.tree, feature, model) : Json()},
+          {"setup", feature.setup ? TreeToJson(*feature.setup, feature, model) : Json()},
+          {"sketch", feature.sketch},
           {"items", std::move(items)}};
 }
 
@@ -168,6 +170,9 @@ std::unique_ptr<Feature> FeatureFromJson(const Json& json, Model& model) {
     feature->section = SectionFromJson(section);
   if (const Json& tree = json.at("tree"); !tree.is_null())
     feature->tree = TreeFromJson(tree, *feature, model, 0);
+  if (const Json& setup = json.at("setup"); !setup.is_null())
+    feature->setup = TreeFromJson(setup, *feature, model, 0);
+  feature->sketch = json.at("sketch").get<int>();
   for (const Json& item : json.at("items"))
     feature->items.push_back({static_cast<ProType>(item.at("type").get<int>()), item.at("id").get<int>(),
                               item.at("key").get<std::string>(), item.at("alive").get<bool>(),

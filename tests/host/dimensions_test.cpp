@@ -1,0 +1,137 @@
+// Dimensions: the symbols of a feature's numbers, and what it takes to change one.
+#include <ProDimension.h>
+#include <ProSolid.h>
+#include <gmock/gmock.h>
+
+#include "bench/host/storage/model_store.h"
+#include "tests/host/feature_ground.h"
+
+namespace bench {
+namespace {
+
+using testing::ElementsAre;
+
+class DimensionsTest : public support::FeatureTest {
+ protected:
+  struct Shown {
+    std::wstring symbol;
+    int type;
+    double value;
+    bool operator==(const Shown&) const = default;
+  };
+  std::vector<Shown> All() {
+    struct Seen {
+      std::vector<Shown> shown;
+    } seen;
+    const auto see = [](ProDimension* dimension, ProError, ProAppData data) {
+      support::NameBuffer symbol;
+      auto type = PRODIMTYPE_UNKNOWN;
+      double value = 0;
+      EXPECT_EQ(ProDimensionSymbolGet(dimension, symbol), PRO_TK_NO_ERROR);
+      EXPECT_EQ(ProDimensionTypeGet(dimension, &type), PRO_TK_NO_ERROR);
+      EXPECT_EQ(ProDimensionValueGet(dimension, &value), PRO_TK_NO_ERROR);
+      static_cast<Seen*>(data)->shown.push_back({symbol.text(), static_cast<int>(type), value});
+      return PRO_TK_NO_ERROR;
+    };
+    EXPECT_EQ(ProSolidDimensionVisit(Solid(), PRO_B_FALSE, see, nullptr, &seen), PRO_TK_NO_ERROR);
+    return seen.shown;
+  }
+  ProDimension Dimension(int id) { return {PRO_DIMENSION, id, Handle(*part_)}; }
+  // The second side with a depth of 10, the first one with 4, 5 degrees.
+  support::Creation Full() {
+    return Extrude(*part_, Plate(), {.first_side = 128, .depth2 = 4, .taper_deg = 5});
+  }
+};
+
+TEST_F(DimensionsTest, SymbolsAreCountedOnAndGoWithTheirFeature) {
+  EXPECT_TRUE(All().empty());
+  auto full = Full();
+  EXPECT_THAT(All(), ElementsAre(Shown{L"d0", 1, 10}, Shown{L"d1", 1, 4}, Shown{L"d2", 21, 5}));
+  ASSERT_EQ(ProFeatureDelete(Solid(), &full.feature.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  EXPECT_TRUE(All().empty());
+  ASSERT_EQ(Extrude(*part_, Circle(0, 0, 1), {.depth = 7}).status, PRO_TK_NO_ERROR);
+  EXPECT_THAT(All(), ElementsAre(Shown{L"d3", 1, 7}));
+}
+
+TEST_F(DimensionsTest, ARedefinitionKeepsTheSymbolsOfTheNumbersThatStay) {
+  const auto full = Full();
+  support::Tree tree;
+  FillExtrudeTree(tree, {.depth = 12, .taper_deg = 3});
+  ASSERT_EQ(Redefine(full.feature, tree.Root()).status, PRO_TK_NO_ERROR);
+  EXPECT_THAT(All(), ElementsAre(Shown{L"d0", 1, 12}, Shown{L"d2", 21, 3}));
+}
+
+TEST_F(DimensionsTest, TheySurviveSavingAndRetrieving) {
+  Full();
+  part_->dimensions[1].relation_driven = true;
+  const auto before = All();
+  ASSERT_EQ(ProMdlSave(Handle(*part_)), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProMdlErase(Handle(*part_)), PRO_TK_NO_ERROR);
+  ASSERT_EQ(RetrieveModel(L"part", PRO_MDL_PART, part_), PRO_TK_NO_ERROR);
+  EXPECT_EQ(All(), before);
+  for (int id = 0; id < 3; ++id) {
+    ProDimension dimension = Dimension(id);
+    ProBoolean driven = PRO_B_FALSE;
+    EXPECT_EQ(ProDimensionIsReldriven(&dimension, &driven), PRO_TK_NO_ERROR);
+    EXPECT_EQ(driven == PRO_B_TRUE, id == 1);
+  }
+  ASSERT_EQ(Extrude(*part_, Circle(20, 10, 1), {.depth = 20}).status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(All().back(), (Shown{L"d3", 1, 20}));
+}
+
+TEST_F(DimensionsTest, ASetWaitsForTheRegeneration) {
+  Extrude(*part_, Plate(), {});
+  ProDimension depth = Dimension(0);
+  part_->modified = false;
+  ASSERT_EQ(ProDimensionValueSet(&depth, 15), PRO_TK_NO_ERROR);
+  EXPECT_TRUE(part_->modified);
+  ExpectVolume(40 * 20 * 10);
+  ASSERT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_NO_ERROR);
+  ExpectVolume(40 * 20 * 15);
+}
+
+TEST_F(DimensionsTest, WhatMakesNoSenseHasAStatusAndChangesNothing) {
+  Full();
+  part_->dimensions[1].relation_driven = true;
+  const auto before = All();
+  ProDimension depth = Dimension(0), driven = Dimension(1), taper = Dimension(2), none = Dimension(3);
+  ProDimension no_dimension{PRO_SURFACE, 0, Handle(*part_)};
+  constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+  const std::pair<ProError, ProError> cases[] = {
+      {ProDimensionValueSet(&depth, 0), PRO_TK_BAD_INPUTS},
+      {ProDimensionValueSet(&depth, kNotANumber), PRO_TK_BAD_INPUTS},
+      {ProDimensionValueSet(&taper, 90), PRO_TK_BAD_INPUTS},
+      {ProDimensionValueSet(&driven, 5), PRO_TK_BAD_CONTEXT},
+      {ProDimensionValueSet(&none, 5), PRO_TK_E_NOT_FOUND},
+      {ProDimensionValueSet(&no_dimension, 5), PRO_TK_BAD_INPUTS},
+      {ProDimensionValueSet(nullptr, 5), PRO_TK_BAD_INPUTS},
+      {ProDimensionValueGet(&depth, nullptr), PRO_TK_BAD_INPUTS},
+      {ProDimensionSymbolGet(&depth, nullptr), PRO_TK_BAD_INPUTS},
+      {ProDimensionTypeGet(&depth, nullptr), PRO_TK_BAD_INPUTS},
+      {ProDimensionIsReldriven(&depth, nullptr), PRO_TK_BAD_INPUTS},
+      {ProSolidDimensionVisit(Solid(), PRO_B_FALSE, nullptr, nullptr, nullptr), PRO_TK_BAD_INPUTS},
+      {ProSolidDimensionVisit(nullptr, PRO_B_FALSE, nullptr, nullptr, nullptr), PRO_TK_BAD_INPUTS},
+  };
+  for (const auto& [status, expected] : cases) EXPECT_EQ(status, expected);
+  EXPECT_EQ(All(), before);
+}
+
+TEST_F(DimensionsTest, AVisitFiltersAndEnds) {
+  Full();
+  std::vector<int> seen;
+  const auto all_but_the_first = [](ProDimension* dimension, ProAppData) {
+    return dimension->id == 0 ? PRO_TK_CONTINUE : PRO_TK_NO_ERROR;
+  };
+  const auto end_at_once = [](ProDimension* dimension, ProError, ProAppData data) {
+    static_cast<std::vector<int>*>(data)->push_back(dimension->id);
+    return PRO_TK_E_FOUND;
+  };
+  EXPECT_EQ(ProSolidDimensionVisit(Solid(), PRO_B_FALSE, end_at_once, all_but_the_first, &seen),
+            PRO_TK_E_FOUND);
+  EXPECT_THAT(seen, ElementsAre(1));
+  EXPECT_EQ(ProSolidDimensionVisit(Solid(), PRO_B_TRUE, end_at_once, nullptr, &seen), PRO_TK_NO_ERROR);
+  EXPECT_EQ(seen.size(), 1u) << "there are no reference dimensions";
+}
+
+}  // namespace
+}  // namespace bench

@@ -1,0 +1,217 @@
+// What lies on geometry follows it: a block of 40 × 20 × 10 on FRONT, and what stands on its top at z = 10.
+#include <ProDimension.h>
+#include <ProSolid.h>
+#include <gmock/gmock.h>
+
+#include "bench/host/features/feature_removal.h"
+#include "bench/host/features/features.h"
+#include "bench/host/storage/model_store.h"
+#include "tests/host/feature_ground.h"
+
+namespace bench {
+namespace {
+
+class FollowingTest : public support::FeatureTest {
+ protected:
+  void SetUp() override {
+    FeatureTest::SetUp();
+    if (HasFatalFailure()) return;
+    block_ = Extrude(*part_, Plate(), {}).feature;
+  }
+
+  // The plane face of the solid with that normal whose plane has that distance from the origin along it.
+  ProModelitem Face(const Vector3& normal, double distance) {
+    for (const FaceInfo& face : part_->topology.faces)
+      if (face.type == "plane" && Length(face.normal - normal) < 1e-6 &&
+          std::abs(Dot(face.point, normal) - distance) < 1e-6)
+        return {PRO_SURFACE, part_->ids_of_keys.at(face.key), part_};
+    ADD_FAILURE() << "no such face";
+    return {};
+  }
+
+  ProFeature SketchOn(ProModelitem face, const Drawing& draw) {
+    support::Tree tree;
+    tree.Integer(tree.Root(), 387, 949);
+    tree.Integer(tree.Root(), 511, 0);
+    FillSetup(tree, tree.Compound(tree.Compound(tree.Root(), 447), 450), face, PlaneOf(*part_, L"RIGHT"));
+    const auto incomplete = Create(*part_, tree.Root(), 2);
+    EXPECT_EQ(incomplete.status, PRO_TK_NO_ERROR);
+    EXPECT_EQ(Redraw(incomplete.feature, draw).status, PRO_TK_NO_ERROR);
+    return incomplete.feature;
+  }
+  // 10 × 10 on the top.
+  ProFeature BossSketch() {
+    return SketchOn(Face({0, 0, 1}, 10),
+                    [](ProSection section) { support::AddRectangle(section, 10, 5, 20, 15); });
+  }
+  // The same, 6 high.
+  void Boss() {
+    boss_sketch_ = BossSketch();
+    boss_ = Extrude(*part_, boss_sketch_, {.depth = 6}).feature;
+    ExpectVolume(40 * 20 * 10 + 10 * 10 * 6);
+  }
+  // The block 25 high, and the boss still 6.
+  void ExpectRaised() {
+    ExpectVolume(40 * 20 * 25 + 10 * 10 * 6);
+    ExpectOutline({0, 0, 0}, {40, 20, 25 + 6});
+  }
+
+  ProError Set(int symbol, double value) {
+    ProDimension dimension{PRO_DIMENSION, symbol, Handle(*part_)};
+    EXPECT_EQ(ProDimensionValueSet(&dimension, value), PRO_TK_NO_ERROR);
+    return ProSolidRegenerate(Solid(), 0);
+  }
+  // Moves the whole solid up.
+  void Raise(double distance) {
+    ElementNode tree;
+    tree.id = 386;
+    const auto add = [](ElementNode& parent, int id, ElementNode::Value value = {}) -> ElementNode& {
+      auto& child = parent.children.emplace_back(std::make_unique<ElementNode>());
+      child->id = id;
+      child->value = std::move(value);
+      return *child;
+    };
+    add(tree, 387, 1254);
+    add(add(tree, 5471), 2213, Collection{.of_surfaces = true, .instructions = {{4, true, {}}}});
+    add(tree, 5400, 0);
+    ElementNode& matrix = add(add(add(add(tree, 4300), 4301), 4306), 4307);
+    add(matrix, 4308, 10);
+    add(matrix, 4309, Matrix{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, distance, 1}}});
+    ASSERT_EQ(CreateFeature(*part_, tree, {1}, nullptr).status, PRO_TK_NO_ERROR);
+  }
+  double HeightOf(const ProFeature& feature) { return part_->FindFeature(feature.id)->plane.origin[2]; }
+
+  ProFeature block_{}, boss_sketch_{}, boss_{};
+};
+
+TEST_F(FollowingTest, ABossRisesWithItsBlock) {
+  Boss();
+  ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
+  ExpectRaised();
+  EXPECT_DOUBLE_EQ(HeightOf(boss_sketch_), 25);
+  const int asked = host().kernel.RequestsSent();
+  EXPECT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_NO_ERROR);
+  EXPECT_EQ(host().kernel.RequestsSent(), asked) << "what has followed lies where it should";
+}
+
+TEST_F(FollowingTest, ABossRisesWithoutItsSketch) {
+  Boss();
+  ASSERT_EQ(ProFeatureDelete(Solid(), &boss_sketch_.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
+  ExpectRaised();
+}
+
+TEST_F(FollowingTest, ABossThatWasSavedAndRetrievedRises) {
+  Boss();
+  ASSERT_EQ(ProFeatureDelete(Solid(), &boss_sketch_.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  const std::string before = Snapshot(*part_);
+  ASSERT_EQ(ProMdlSave(Handle(*part_)), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProMdlErase(Handle(*part_)), PRO_TK_NO_ERROR);
+  ASSERT_EQ(RetrieveModel(L"part", PRO_MDL_PART, part_), PRO_TK_NO_ERROR);
+  part_->modified = true;
+  EXPECT_EQ(Snapshot(*part_), before);
+  ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
+  ExpectRaised();
+}
+
+TEST_F(FollowingTest, WhatWasSuppressedMeanwhileFollowsWhenItIsResumed) {
+  Boss();
+  ASSERT_EQ(SuppressFeatures(*part_, {boss_sketch_.id, boss_.id}), PRO_TK_NO_ERROR);
+  ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ResumeFeatures(*part_, {boss_sketch_.id, boss_.id}, false), PRO_TK_NO_ERROR);
+  ExpectRaised();
+}
+
+TEST_F(FollowingTest, UnitsChangeWhatItFollowsByTheSameFactor) {
+  Boss();
+  part_->length_unit = LengthUnit::kInch;
+  ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
+  EXPECT_NEAR(HeightOf(boss_sketch_), 25, 1e-9);
+  ExpectOutline({0, 0, 0}, {40 * 25.4, 20 * 25.4, 31 * 25.4});
+}
+
+// A pocket of 10 × 10 from below, and on its floor a stud of 2 × 2 × 2 that hangs down.
+TEST_F(FollowingTest, AFaceThatIsGoneRefusesWhatLiesOnItAndNothingChanges) {
+  const ProFeature outline = Sketch(
+      *part_, L"POCKET", L"FRONT", [](ProSection section) { support::AddRectangle(section, 10, 5, 20, 15); });
+  ASSERT_EQ(Extrude(*part_, outline, {.depth = 4, .cut = true}).status, PRO_TK_NO_ERROR);
+  // The floor looks down, and the section's +y with it: y from -12 to -10 is 10 to 12 of the part.
+  const ProFeature sketch = SketchOn(
+      Face({0, 0, -1}, -4), [](ProSection section) { support::AddRectangle(section, 12, -12, 14, -10); });
+  ASSERT_EQ(Extrude(*part_, sketch, {.depth = 2}).status, PRO_TK_NO_ERROR);
+  ExpectVolume(8000 - 10 * 10 * 4 + 8);
+  ASSERT_EQ(Set(1, 6), PRO_TK_NO_ERROR);
+  ExpectVolume(8000 - 10 * 10 * 6 + 8);
+  EXPECT_DOUBLE_EQ(HeightOf(sketch), 6);
+
+  EXPECT_EQ(Set(1, 12), PRO_TK_GENERAL_ERROR) << "the pocket goes right through";
+  EXPECT_THAT(host().announcements.Lines(),
+              testing::Contains(testing::StartsWith("refused: feature " + std::to_string(sketch.id) +
+                                                    ": element 451 is no plane")));
+  ExpectVolume(8000 - 10 * 10 * 6 + 8);
+  EXPECT_DOUBLE_EQ(HeightOf(sketch), 6);
+  EXPECT_EQ(part_->FindFeature(sketch.id)->status, PRO_FEAT_ACTIVE);
+  EXPECT_EQ(Set(1, 5), PRO_TK_NO_ERROR);
+  ExpectVolume(8000 - 10 * 10 * 5 + 8);
+}
+
+TEST_F(FollowingTest, AKernelThatDoesNotAnswerLeavesAllWhereItIs) {
+  Boss();
+  ProDimension depth{PRO_DIMENSION, 0, Handle(*part_)};
+  ASSERT_EQ(ProDimensionValueSet(&depth, 25), PRO_TK_NO_ERROR);
+  const std::string before = Snapshot(*part_);
+  host().kernel.SetProgram(L"/nowhere/creokernel");
+  EXPECT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_COMM_ERROR);
+  EXPECT_EQ(Snapshot(*part_), before);
+  host().kernel.SetProgram(KernelProgram());
+  EXPECT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_NO_ERROR);
+  ExpectRaised();
+}
+
+// Where TOP and the block's top meet. It has no geometry of its own that would tell that it moved.
+TEST_F(FollowingTest, ADatumAxisLiesInTheFaceThatItWasMadeOf) {
+  support::Tree tree;
+  tree.Integer(tree.Root(), 387, 926);
+  const ProElement constraints = tree.Compound(tree.Root(), 2015);
+  for (const ProModelitem& plane : {PlaneOf(*part_, L"TOP"), Face({0, 0, 1}, 10)}) {
+    const ProElement constraint = tree.Compound(constraints, 2016);
+    tree.Integer(constraint, 2017, 1);
+    tree.Reference(constraint, 2018, plane);
+  }
+  const auto axis = Create(*part_, tree.Root(), 1);
+  ASSERT_EQ(axis.status, PRO_TK_NO_ERROR);
+  EXPECT_DOUBLE_EQ(HeightOf(axis.feature), 10);
+  ASSERT_EQ(SuppressFeatures(*part_, {axis.feature.id}), PRO_TK_NO_ERROR);
+  ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ResumeFeatures(*part_, {axis.feature.id}, false), PRO_TK_NO_ERROR);
+  EXPECT_DOUBLE_EQ(HeightOf(axis.feature), 25);
+  ASSERT_EQ(Set(0, 5), PRO_TK_NO_ERROR);
+  EXPECT_DOUBLE_EQ(HeightOf(axis.feature), 5);
+}
+
+// What comes behind a feature doesn't carry it away: the face is looked at as it was before the move.
+TEST_F(FollowingTest, AMoveBehindItIsNotFollowed) {
+  const ProFeature sketch = BossSketch();
+  Raise(5);
+  ASSERT_EQ(Redraw(sketch, [](ProSection section) { support::AddPoint(section, 0, 0); }).status,
+            PRO_TK_NO_ERROR);
+  EXPECT_DOUBLE_EQ(HeightOf(sketch), 10);
+  // The boss goes from 10 to 16, the block by now from 5 to 15.
+  ASSERT_EQ(Extrude(*part_, sketch, {.depth = 6}).status, PRO_TK_NO_ERROR);
+  ExpectVolume(8000 + 10 * 10 * 1);
+  for (const bool with_sketch : {true, false}) {
+    // From 25 to 31, and the block from 5 to 30.
+    ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
+    ExpectVolume(40 * 20 * 25 + 10 * 10 * 1);
+    ExpectOutline({0, 0, 5}, {40, 20, 31});
+    ASSERT_EQ(Set(0, 10), PRO_TK_NO_ERROR);
+    ExpectOutline({0, 0, 5}, {40, 20, 16});
+    int id = sketch.id;
+    if (with_sketch) {
+      ASSERT_EQ(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace bench

@@ -1,0 +1,165 @@
+// Parameters of models, and macros, which may set them.
+#include <ProMacro.h>
+#include <ProParameter.h>
+#include <gmock/gmock.h>
+
+#include <string>
+
+#include "bench/host/console/console.h"
+#include "bench/host/storage/model_store.h"
+#include "tests/support/bench_fixture.h"
+
+namespace bench {
+namespace {
+
+using testing::ElementsAre;
+
+class ParametersTest : public support::BenchTest {
+ protected:
+  void SetUp() override {
+    BenchTest::SetUp();
+    part_ = &NewCurrentPart(L"BOLT");
+    for (const char* line :
+         {"parameter Length double 2 in", "parameter Ratio double 1.5", "parameter Label string x",
+          "parameter Count integer 3", "parameter Hollow bool true", "parameter Fixed integer 1 locked"})
+      Console([](const std::string& said) { EXPECT_EQ(said, "ok"); }).Run(line);
+  }
+
+  ProParameter Named(std::wstring_view name) {
+    ProParameter parameter{};
+    name.copy(parameter.id, name.size());
+    parameter.owner = {static_cast<ProParamownerType>(0), {Handle(*part_)}};
+    return parameter;
+  }
+  ProUnititem Unit(std::wstring_view name) {
+    support::NameBuffer buffer(name);
+    ProUnititem unit{};
+    EXPECT_EQ(ProUnitInit(Handle(*part_), buffer, &unit), PRO_TK_NO_ERROR);
+    return unit;
+  }
+  static ProParamvalue Number(double number) {
+    ProParamvalue value{};
+    EXPECT_EQ(ProParamvalueSet(&value, &number, PRO_PARAM_DOUBLE), PRO_TK_NO_ERROR);
+    return value;
+  }
+  double NumberOf(std::wstring_view name) {
+    ProParameter parameter = Named(name);
+    ProParamvalue value{};
+    EXPECT_EQ(ProParameterValueWithUnitsGet(&parameter, &value, nullptr), PRO_TK_NO_ERROR);
+    EXPECT_EQ(value.type, PRO_PARAM_DOUBLE);
+    return value.value.d_val;
+  }
+  std::vector<std::wstring> Names() {
+    std::vector<std::wstring> names;
+    ProModelitem item{};
+    EXPECT_EQ(ProMdlToModelitem(Handle(*part_), &item), PRO_TK_NO_ERROR);
+    const auto see = [](ProParameter* parameter, ProError, ProAppData data) {
+      static_cast<std::vector<std::wstring>*>(data)->push_back(parameter->id);
+      return PRO_TK_NO_ERROR;
+    };
+    EXPECT_EQ(ProParameterVisit(&item, nullptr, see, &names), PRO_TK_NO_ERROR);
+    return names;
+  }
+
+  Model* part_ = nullptr;
+};
+
+TEST_F(ParametersTest, VisitsAreInOrderAndOfModelsOnly) {
+  EXPECT_THAT(Names(), ElementsAre(L"Length", L"Ratio", L"Label", L"Count", L"Hollow", L"Fixed"));
+  const auto stop = [](ProParameter*, ProError, ProAppData) { return PRO_TK_E_FOUND; };
+  ProModelitem item{}, empty{};
+  ProMdlToModelitem(Handle(*part_), &item);
+  EXPECT_EQ(ProParameterVisit(&item, nullptr, stop, nullptr), PRO_TK_E_FOUND);
+  EXPECT_EQ(ProParameterVisit(nullptr, nullptr, stop, nullptr), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProParameterVisit(&item, nullptr, nullptr, nullptr), PRO_TK_BAD_INPUTS);
+  item.type = PRO_SURFACE;
+  EXPECT_EQ(ProParameterVisit(&item, nullptr, stop, nullptr), PRO_TK_E_NOT_FOUND);
+  ProMdlToModelitem(Handle(NewPart(L"EMPTY")), &empty);
+  EXPECT_EQ(ProParameterVisit(&empty, nullptr, stop, nullptr), PRO_TK_E_NOT_FOUND);
+}
+
+TEST_F(ParametersTest, AScaledValueIsConvertedIntoTheParametersUnit) {
+  const struct {
+    double number;
+    const wchar_t* unit;
+    double inches;
+  } cases[] = {{25.4, L"mm", 1}, {2, L"ft", 24}, {3, nullptr, 3}};
+  ProParameter length = Named(L"LENGTH");
+  for (const auto& [number, name, inches] : cases) {
+    ProParamvalue value = Number(number);
+    ProUnititem unit{};
+    if (name) unit = Unit(name);
+    EXPECT_EQ(ProParameterScaledvalueSet(&length, &value, name ? &unit : nullptr), PRO_TK_NO_ERROR);
+    EXPECT_DOUBLE_EQ(NumberOf(L"length"), inches);
+  }
+}
+
+TEST_F(ParametersTest, WhatMakesNoSenseHasAStatusAndChangesNothing) {
+  ProParameter length = Named(L"Length"), ratio = Named(L"Ratio"), label = Named(L"Label");
+  ProParameter fixed = Named(L"Fixed"), none = Named(L"None"), of_item = Named(L"Length");
+  of_item.owner.type = static_cast<ProParamownerType>(1);
+  ProParamvalue number = Number(5), untyped{}, truth{};
+  untyped.type = static_cast<ProParamvalueType>(54);
+  truth.type = PRO_PARAM_BOOLEAN;
+  ProUnititem mm = Unit(L"mm"), kg = Unit(L"kg"), unit{};
+  ProLockstatus lock{};
+  std::wstring long_text(81, L'x');
+  part_->modified = false;
+  const std::pair<ProError, int> cases[] = {
+      {ProParameterScaledvalueSet(&length, &number, &kg), PRO_TK_BAD_INPUTS},
+      {ProParameterScaledvalueSet(&ratio, &number, &mm), PRO_TK_BAD_INPUTS},
+      {ProParameterScaledvalueSet(&fixed, &number, nullptr), -48},
+      {ProParameterScaledvalueSet(&label, &number, nullptr), PRO_TK_INVALID_TYPE},
+      {ProParameterValueWithUnitsSet(&length, &truth, nullptr), PRO_TK_INVALID_TYPE},
+      {ProParameterValueWithUnitsSet(&length, &untyped, nullptr), PRO_TK_INVALID_TYPE},
+      {ProParameterValueWithUnitsSet(&length, &number, &mm), PRO_TK_NOT_IMPLEMENTED},
+      {ProParameterValueWithUnitsSet(&none, &number, nullptr), PRO_TK_E_NOT_FOUND},
+      {ProParameterValueWithUnitsSet(&of_item, &number, nullptr), PRO_TK_BAD_INPUTS},
+      {ProParameterValueWithUnitsSet(nullptr, &number, nullptr), PRO_TK_BAD_INPUTS},
+      {ProParameterValueWithUnitsGet(&length, nullptr, nullptr), PRO_TK_BAD_INPUTS},
+      {ProParameterUnitsGet(&ratio, &unit), PRO_TK_E_NOT_FOUND},
+      {ProParameterUnitsGet(&length, nullptr), PRO_TK_BAD_INPUTS},
+      {ProParameterLockstatusGet(&none, &lock), PRO_TK_E_NOT_FOUND},
+      {ProParamvalueSet(&untyped, long_text.data(), PRO_PARAM_STRING), PRO_TK_LINE_TOO_LONG},
+      {ProParamvalueSet(&untyped, &number, static_cast<ProParamvalueType>(54)), PRO_TK_INVALID_TYPE},
+      {ProParamvalueSet(nullptr, &number, PRO_PARAM_DOUBLE), PRO_TK_BAD_INPUTS},
+  };
+  for (const auto& [status, expected] : cases) EXPECT_EQ(static_cast<int>(status), expected);
+  EXPECT_EQ(NumberOf(L"length"), 2);
+  EXPECT_FALSE(part_->modified);
+}
+
+TEST_F(ParametersTest, TheySurviveSavingAndRetrieving) {
+  const auto before = part_->parameters;
+  ASSERT_EQ(ProMdlSave(Handle(*part_)), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProMdlErase(Handle(*part_)), PRO_TK_NO_ERROR);
+  ASSERT_EQ(RetrieveModel(L"bolt", PRO_MDL_PART, part_), PRO_TK_NO_ERROR);
+  ASSERT_EQ(part_->parameters.size(), before.size());
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    EXPECT_EQ(part_->parameters[i].name, before[i].name);
+    EXPECT_EQ(part_->parameters[i].value, before[i].value);
+    EXPECT_EQ(part_->parameters[i].unit, before[i].unit);
+    EXPECT_EQ(part_->parameters[i].locked, before[i].locked);
+  }
+}
+
+TEST_F(ParametersTest, AMacroIsRefusedWholeOrQueuedAndEndsAtItsFirstError) {
+  const auto load = [](std::wstring text) { return ProMacroLoad(text.data()); };
+  EXPECT_EQ(ProMacroLoad(nullptr), PRO_TK_BAD_INPUTS);
+  for (const wchar_t* text :
+       {L"", L"units inch; dance", L"units inch; quit", L"units", L"units inch m", L"fault ProMdlErase -1"})
+    EXPECT_EQ(load(text), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProMacroExecute(), PRO_TK_NO_ERROR) << "nothing is queued";
+  EXPECT_EQ(part_->length_unit, LengthUnit::kMillimetre);
+
+  EXPECT_EQ(load(L" parameter A integer 1;; parameter B integer x; parameter C integer 1"), PRO_TK_NO_ERROR);
+  EXPECT_EQ(load(L"parameter D integer 1"), PRO_TK_NO_ERROR);
+  EXPECT_EQ(part_->parameters.back().name, L"Fixed") << "nothing happens before the execution";
+  EXPECT_EQ(ProMacroExecute(), PRO_TK_GENERAL_ERROR);
+  EXPECT_EQ(part_->parameters.back().name, L"A");
+  EXPECT_EQ(ProMacroExecute(), PRO_TK_NO_ERROR) << "what stood behind the error is gone";
+  EXPECT_EQ(part_->parameters.back().name, L"A");
+}
+
+}  // namespace
+}  // namespace bench
