@@ -20,7 +20,9 @@ function(add_core_variant name)
     "${PROJECT_SOURCE_DIR}/addin/ops/feature/feature_names.cpp"
     "${PROJECT_SOURCE_DIR}/addin/ops/feature/hole_charts.cpp"
     "${PROJECT_SOURCE_DIR}/addin/ops/feature/rotation_matrix.cpp"
-    "${PROJECT_SOURCE_DIR}/addin/ops/feature/selector_syntax.cpp")
+    "${PROJECT_SOURCE_DIR}/addin/ops/feature/selector_syntax.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/macros/macro_text.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/parameters/expression.cpp")
   vek_object_library(${name} ${sources})
   target_compile_options(${name} PUBLIC ${arg_FLAGS} -fno-omit-frame-pointer)
   target_link_options(${name} PUBLIC ${arg_FLAGS})

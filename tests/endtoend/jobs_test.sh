@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# ./run with jobs: the sample twice in a row, a job with a failing step, and jobs with mistakes in them.
+# ./run with jobs: the sample twice in a row, the housing, a job with a failing step, and jobs with mistakes in them.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)
@@ -19,6 +19,9 @@ for attempt in first second; do
   head -c 13 "$root/out/bracket.stp" | grep -q '^ISO-10303-21;' || complain "no STEP file came of the sample"
   [ -s "$root/out/bracket.prt.1" ] || complain "the sample's part was not saved"
 done
+
+run "$root/examples/housing.json" || complain "a step of the housing fails"
+head -c 13 "$root/out/housing.stp" | grep -q '^ISO-10303-21;' || complain "no STEP file came of the housing"
 
 echo '[["api_document_new_part", {}], ["api_sketch_create", {"plane": "NOWHERE"}], ["api_feature_list", {}]]' \
   >"$scratch/failing.json"

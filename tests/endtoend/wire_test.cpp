@@ -182,11 +182,11 @@ TEST_F(Wire, AMalformedBatchIsAnsweredWithWhatIsWrong) {
 }
 
 TEST_F(Wire, OperationsNotYetBuiltSaySoUnderStatus200) {
-  const Answer answer = Execute(R"({"api_macro_run":{}})");
+  const Answer answer = Execute(R"({"api_drawing_create":{}})");
   EXPECT_EQ(answer.status, 200);
   EXPECT_EQ(answer.body,
-            R"({"results":{"api_macro_run":{"success":false,)"
-            R"("message":"Operation 'api_macro_run' is not implemented by the Creo provider yet.",)"
+            R"({"results":{"api_drawing_create":{"success":false,)"
+            R"("message":"Operation 'api_drawing_create' is not implemented by the Creo provider yet.",)"
             R"("data":null}}})");
 }
 

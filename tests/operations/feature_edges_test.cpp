@@ -6,8 +6,10 @@
 #include <cmath>
 #include <map>
 #include <numbers>
+#include <optional>
 #include <set>
 
+#include "addin/ops/feature/edge_selection.h"
 #include "addin/text/format.h"
 #include "addin/text/utf8.h"
 #include "tests/operations/feature_test.h"
@@ -107,6 +109,17 @@ TEST_F(EdgeOperation, EdgesThatLeanAreAlongAnAxisUpToAPoint) {
   }
 }
 
+TEST_F(EdgeOperation, OfADraftedBlockTheFootReachesFurthest) {
+  Succeed(L"api_edge_draft", Format(LR"({"feature_name":"%s","angle_deg":3})", block_));
+  const auto chosen = [&](const wchar_t* selectors) {
+    return Chosen(Format(LR"(,"edge_selectors":%s)", selectors));
+  };
+  EXPECT_THAT(chosen(LR"([">X"])"), testing::ElementsAre(Line({40, 0, 0}, {40, 20, 0})));
+  EXPECT_THAT(chosen(LR"(["<Y"])"), testing::ElementsAre(Line({0, 0, 0}, {40, 0, 0})));
+  EXPECT_EQ(chosen(LR"([">Z"])").size(), 4u);
+  EXPECT_EQ(chosen(LR"(["|Z"])").size(), 4u);  // they lean by tan 3° = 0.05 on both other axes
+}
+
 TEST_F(EdgeOperation, TheScopeCountsOnlyWithoutAFeature) {
   const auto edges_of = [&](const wchar_t* more) { return Chosen(more).size(); };
   const wchar_t* const none = L"No edges matched the requested fillet/chamfer target.";
@@ -128,11 +141,13 @@ TEST_F(EdgeOperation, CirclesAreChosenByTheirEndsAndRunAlongNoAxis) {
   Draw(L"api_sketch_circle_center_radius", L"BOSS", LR"("cx":20,"cy":10,"radius":4)");
   const std::wstring boss = Create(L"api_feature_extrude", LR"({"sketch_name":"BOSS","distance_mm":25})");
   const double volume = Volume();
-  const auto along = Chosen(Format(LR"(,"feature_name":"%s","edge_selectors":["<Z"])", boss));
-  for (const auto& [from, to] : along) {
-    EXPECT_EQ(from[2], 10);
-    EXPECT_EQ(to[2], 10);
-  }
+  // The rim that it has in common with the block, whose ends are one point.
+  const auto foot = Chosen(Format(LR"(,"feature_name":"%s","edge_selectors":["<Z"])", boss));
+  ASSERT_EQ(foot.size(), 1u);
+  EXPECT_EQ(foot.begin()->first, foot.begin()->second);
+  EXPECT_EQ(foot.begin()->first[2], 10);
+  ExpectFailure(kFillet, Format(LR"({"radius_mm":1,"feature_name":"%s","edge_selectors":["|Z"]})", boss),
+                L"No edges matched the requested fillet/chamfer target.");
   const std::wstring round =
       Create(kFillet, Format(LR"({"radius_mm":1,"feature_name":"%s","edge_selectors":[">Z"]})", boss));
   // What the round takes turns about the axis of the boss. Measured from the wall, the corner has the area
@@ -143,29 +158,42 @@ TEST_F(EdgeOperation, CirclesAreChosenByTheirEndsAndRunAlongNoAxis) {
   Delete(round);
 }
 
-TEST_F(EdgeOperation, AChamferTakesATriangleOfItsEdges) {
-  const double tan30 = 1 / std::numbers::sqrt3;
-  const struct {
-    const wchar_t* form;
-    const wchar_t* word;
-    double area;
-  } cases[] = {
-      {L"", L"equal_distance", 2.0 * 2 / 2},
-      {LR"(,"type":"","distance2_mm":5)", L"equal_distance", 2.0 * 2 / 2},
-      {LR"(,"type":" Two_Distance","distance2_mm":"3")", L"two_distance", 2.0 * 3 / 2},
-      {LR"(,"type":"distance_angle","angle_deg":30)", L"distance_angle", 2 * 2 * tan30 / 2},
+TEST_F(EdgeOperation, AFaceSelectorTakesTheFirstOfTheOutermostSurfaces) {
+  const auto chosen = [&](const wchar_t* selector) -> std::string {
+    bench::Model& part = Current();
+    const ProMdl model = bench::Handle(part);
+    std::optional<ProGeomitem> item;
+    const auto result = feature::ResolveFaceSelector(model, feature::SolidSurfaces(model), selector, item);
+    if (!result.success || !item) return "none";
+    const std::string key = part.FindItem(PRO_SURFACE, item->id)->key;
+    return key.substr(key.find(':') + 1);
   };
-  for (const auto& [form, word, area] : cases) {
-    SCOPED_TRACE(EncodeUtf8(form));
-    const auto result = Run(kChamfer, Format(LR"({"distance_mm":2,"edge_selectors":[">Z",">X"]%s})", form));
-    EXPECT_EQ(EncodeUtf8(result.message),
-              EncodeUtf8(Format(L"Chamfer 'Chamfer 1' applied: type=%s, d=2 mm on 1 edge(s).", word)));
-    EXPECT_NEAR(Volume(), 8000 - area * 20, 1e-5);
-    if (result.success) Delete(L"Chamfer 1");
-  }
+  // Floor, roof and walls are visited in this order. Floor and roof reach as far sideways as the walls do,
+  // and the walls as far up and down as they.
+  const struct {
+    const wchar_t* selector;
+    const char* key;
+  } cases[] = {{L">Z", "end"}, {L"< z", "start"}, {L">X", "start"}, {L"<AY", "start"}};
+  for (const auto& [selector, key] : cases)
+    EXPECT_EQ(chosen(selector), key) << "block " << EncodeUtf8(selector);
+  Succeed(L"api_edge_draft", Format(LR"({"feature_name":"%s","angle_deg":-3})", block_));
+  // The roof has grown past the floor, and a wall with it: which of them lies out by the last digit is open.
+  for (const wchar_t* selector : {L">X", L"<Y"})
+    EXPECT_NE(chosen(selector), "start") << "drafted " << EncodeUtf8(selector);
+
+  Delete(block_);
+  NewSketch(L"PIN", L"XY");
+  Draw(L"api_sketch_circle_center_radius", L"PIN", LR"("cx":0,"cy":0,"radius":4)");
+  Create(L"api_feature_extrude", LR"({"sketch_name":"PIN","distance_mm":10})");
+  for (const auto& [selector, key] : cases)
+    EXPECT_EQ(chosen(selector), key) << "pin " << EncodeUtf8(selector);
+  faults().Fail("ProSurfaceExtremesEval", PRO_TK_GENERAL_ERROR, 1, 3);
+  ExpectFailure(L"api_feature_shell", LR"({"thickness_mm":1,"face_selectors":[" >Z"]})",
+                L"No surface matched selector ' >Z'.");
 }
 
-TEST_F(EdgeOperation, TheTreesAreThoseOfTheRecipes) {
+TEST_F(EdgeOperation, EachFormHasItsTreeAndTakesItsCornerOfTheBlock) {
+  const double tan30 = 1 / std::numbers::sqrt3;
   const std::string equal =
       "386(387=914 2101(2102(2103=602 3184=1 2121(2124=101+114) "
       "2123(2122(2106(2108=1 2109=2))))) 3042=0 2113)";
@@ -177,21 +205,34 @@ TEST_F(EdgeOperation, TheTreesAreThoseOfTheRecipes) {
   const struct {
     const wchar_t* operation;
     const wchar_t* arguments;
+    const wchar_t* message;
+    double area;  // of the corner, over edges that are 20 long
     std::string tree;
   } cases[] = {
-      {kFillet, LR"("radius_mm":1.5,"edge_selectors":[">X","|Y"])",
+      {kFillet, LR"({"radius_mm":1.5,"edge_selectors":[">X","|Y"]})",
+       L"Fillet 'Round 1' applied: r=1.5 mm on 2 edge(s).", kCorner * 1.5 * 1.5 * 2,
        "386(387=913 2101(2102(2178=0 2177(2119=2) 2121(2179=1 2124=101+101+114) "
        "2123(2122(2106(2108=1 2109=1.5))))) 3042=0)"},
-      {kChamfer, LR"("distance_mm":2,"edge_selectors":[">X",">Z"])", equal},
-      {kChamfer, LR"("distance_mm":2,"type":"two_distance","distance2_mm":3,"edge_selectors":[">X",">Z"])",
+      {kChamfer, LR"({"distance_mm":2,"edge_selectors":[">Z",">X"]})",
+       L"Chamfer 'Chamfer 1' applied: type=equal_distance, d=2 mm on 1 edge(s).", 2.0 * 2 / 2, equal},
+      {kChamfer, LR"({"distance_mm":2,"edge_selectors":[">Z",">X"],"type":"","distance2_mm":5})",
+       L"Chamfer 'Chamfer 1' applied: type=equal_distance, d=2 mm on 1 edge(s).", 2.0 * 2 / 2, equal},
+      {kChamfer,
+       LR"({"distance_mm":2,"edge_selectors":[">Z",">X"],"type":" Two_Distance","distance2_mm":"3"})",
+       L"Chamfer 'Chamfer 1' applied: type=two_distance, d=2 mm on 1 edge(s).", 2.0 * 3 / 2,
        sides("603", "2", "3")},
       // The angle comes first.
-      {kChamfer, LR"("distance_mm":2,"type":"distance_angle","angle_deg":30,"edge_selectors":[">X",">Z"])",
+      {kChamfer, LR"({"distance_mm":2,"edge_selectors":[">Z",">X"],"type":"distance_angle","angle_deg":30})",
+       L"Chamfer 'Chamfer 1' applied: type=distance_angle, d=2 mm on 1 edge(s).", 2 * 2 * tan30 / 2,
        sides("604", "30", "2")},
   };
-  for (const auto& [operation, arguments, tree] : cases) {
+  for (const auto& [operation, arguments, message, area, tree] : cases) {
     SCOPED_TRACE(EncodeUtf8(arguments));
-    const std::wstring name = Create(operation, Format(L"{%s}", arguments));
+    const auto result = Run(operation, arguments);
+    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
+    EXPECT_NEAR(Volume(), 8000 - area * 20, 1e-5);
+    const std::wstring name = operation == kFillet ? L"Round 1" : L"Chamfer 1";
+    ASSERT_NE(FeatureNamed(name), nullptr);
     EXPECT_EQ(TreeOf(FeatureNamed(name)), tree);
     Delete(name);
   }

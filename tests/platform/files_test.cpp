@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "tests/support/scratch_folder.h"
@@ -41,6 +42,53 @@ TEST(Files, EnsureDirectoryFailsWhereAFileIsInTheWay) {
   MakeFile(folder / L"file");
   EXPECT_FALSE(EnsureDirectory(folder / L"file\\below"));
   EXPECT_FALSE(PathExists(folder / L"file\\below"));
+}
+
+TEST(Files, MatchingNamesAreThoseOfFiles) {
+  const ScratchFolder folder;
+  MakeFile(folder / L"a.txt");
+  MakeFile(folder / L"b.txt");
+  MakeFile(folder / L"c.doc");
+  EnsureDirectory(folder / L"d.txt");
+  std::vector<std::wstring> names;
+  EXPECT_TRUE(FilesMatching(folder / L"*.txt", names));
+  std::ranges::sort(names);
+  EXPECT_EQ(names, (std::vector<std::wstring>{L"a.txt", L"b.txt"}));
+  EXPECT_FALSE(FilesMatching(folder / L"*.none", names));
+  EXPECT_TRUE(names.empty());
+}
+
+TEST(Files, FullPathsHaveNoStepsBackAndFitTheirBuffer) {
+  std::wstring full;
+  EXPECT_TRUE(FullPath(L"C:\\a\\..\\b/c.txt", full));
+  EXPECT_EQ(full, L"C:\\b\\c.txt");
+  // 259 characters and the terminator fit, one more does not.
+  EXPECT_TRUE(FullPath(L"C:\\" + std::wstring(256, L'x'), full));
+  EXPECT_FALSE(FullPath(L"C:\\" + std::wstring(257, L'x'), full));
+  EXPECT_FALSE(FullPath(L"", full));
+}
+
+TEST(Files, BytesAreWrittenAndReadWholeAndFilesDeleted) {
+  const ScratchFolder folder;
+  const std::wstring path = folder / L"caf\u00e9.txt";
+  std::string bytes = "before";
+  EXPECT_FALSE(ReadWholeFile(path, bytes));
+  EXPECT_EQ(bytes, "");
+  for (const std::string& content :
+       {std::string(10'000, 'x'), std::string("a\r\n\0\x1a b", 8), std::string()}) {
+    EXPECT_TRUE(WriteWholeFile(path, content));
+    EXPECT_TRUE(ReadWholeFile(path, bytes));
+    EXPECT_EQ(bytes, content);
+  }
+  EXPECT_FALSE(WriteWholeFile(folder.path(), "x"));
+  EXPECT_FALSE(ReadWholeFile(folder.path(), bytes));
+  EXPECT_EQ(DeleteFileAt(path), 0u);
+  EXPECT_EQ(DeleteFileAt(path), static_cast<unsigned long>(ERROR_FILE_NOT_FOUND));
+}
+
+TEST(Files, LocalApplicationDataIsAFolder) {
+  EXPECT_TRUE(PathExists(LocalApplicationData()));
+  EXPECT_FALSE(FileExists(LocalApplicationData()));
 }
 
 TEST(Files, EnvironmentVariablesAreReadWhole) {

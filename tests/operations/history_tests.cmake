@@ -1,0 +1,1 @@
+set(history_tests undo_redo_test.cpp)

@@ -1,0 +1,1 @@
+set(macros_tests macros_test.cpp)

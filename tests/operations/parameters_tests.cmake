@@ -1,0 +1,1 @@
+set(parameters_tests parameters_test.cpp parameters_failures_test.cpp)

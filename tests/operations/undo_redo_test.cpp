@@ -1,0 +1,241 @@
+// Walking the session's history: each kind of step reversed and done again, and walks that end early.
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+
+#include "addin/ops/common/history.h"
+#include "addin/text/format.h"
+#include "tests/operations/sketch_fixture.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+constexpr const wchar_t* kUndo = L"api_document_undo";
+constexpr const wchar_t* kRedo = L"api_document_redo";
+
+class UndoRedo : public SketchTest {
+ protected:
+  void SetUp() override {
+    SketchTest::SetUp();
+    NewPart();
+  }
+
+  void Walk(const wchar_t* operation, int count = 1) {
+    const auto result = Run(operation, Format(LR"({"count":%d})", count));
+    EXPECT_EQ(result.message,
+              Format(L"%d %s step(s) applied.", count, operation == kUndo ? L"undo" : L"redo"));
+    EXPECT_EQ(result.dataJson, Format(LR"({"applied":%d,"requested":%d})", count, count));
+  }
+
+  static std::vector<std::wstring> Labels(const std::deque<HistoryEntry>& stack) {
+    std::vector<std::wstring> labels;
+    for (const HistoryEntry& entry : stack) labels.push_back(entry.label);
+    return labels;
+  }
+
+  static HistoryEntry Entry(HistoryKind kind, const wchar_t* target, bool flag = false) {
+    HistoryEntry entry;
+    entry.kind = kind;
+    entry.target = target;
+    entry.flag = flag;
+    return entry;
+  }
+
+  std::wstring Set(const wchar_t* depth) { return Format(LR"({"name":"d0","expression":"%s"})", depth); }
+};
+
+TEST_F(UndoRedo, WithoutStepsThereIsNothingToDo) {
+  ExpectFailure(kUndo, L"{}", L"No Vek undo steps available.");
+  ExpectFailure(kRedo, L"{}", L"No Vek redo steps available.");
+  for (const wchar_t* operation : {kUndo, kRedo}) {
+    ExpectFailure(operation, LR"({"count":0})", L"'count' must be at least 1.");
+    ExpectFailure(operation, LR"({"count":11})", L"'count' must be between 1 and 10.");
+  }
+}
+
+TEST_F(UndoRedo, ADimensionGoesBackAndForthWithTheGeometry) {
+  Block(10, 20, 30);
+  Succeed(L"api_parameters_set", Set(L"5 mm"));
+  EXPECT_NEAR(Volume(), 10 * 20 * 5, 1e-6);
+  Walk(kUndo);
+  EXPECT_NEAR(Volume(), 10 * 20 * 30, 1e-6);
+  EXPECT_EQ(Labels(RedoStack()), std::vector<std::wstring>{L"Set d0"});
+  Walk(kRedo);
+  EXPECT_NEAR(Volume(), 10 * 20 * 5, 1e-6);
+  EXPECT_TRUE(RedoStack().empty());
+  EXPECT_EQ(UndoStack().back().before_text, L"30 mm");
+}
+
+TEST_F(UndoRedo, ACreatedFeatureIsSuppressedAndNotDeleted) {
+  const std::wstring block = Block(10, 20, 30);
+  Walk(kUndo);
+  ASSERT_NE(FeatureNamed(block), nullptr);
+  EXPECT_EQ(FeatureNamed(block)->status, PRO_FEAT_SUPPRESSED);
+  Walk(kRedo);
+  EXPECT_NEAR(Volume(), 10 * 20 * 30, 1e-6);
+  // One that is suppressed already counts as undone.
+  Succeed(L"api_feature_suppress", LR"({"feature_name":")" + block + L"\"}");
+  UndoStack().pop_back();
+  Walk(kUndo);
+  EXPECT_EQ(FeatureNamed(block)->status, PRO_FEAT_SUPPRESSED);
+}
+
+TEST_F(UndoRedo, SuppressTogglesAreTurnedRound) {
+  const std::wstring block = Block(10, 20, 30);
+  const std::wstring named = LR"({"feature_name":")" + block + L"\"}";
+  Succeed(L"api_feature_suppress", named);
+  Succeed(L"api_feature_unsuppress", named);
+  const bench::Feature* const feature = FeatureNamed(block);
+  const struct {
+    const wchar_t* operation;
+    ProFeatStatus status;
+  } steps[] = {{kUndo, PRO_FEAT_SUPPRESSED},
+               {kUndo, PRO_FEAT_ACTIVE},
+               {kRedo, PRO_FEAT_SUPPRESSED},
+               {kRedo, PRO_FEAT_ACTIVE}};
+  for (const auto& [operation, status] : steps) {
+    Walk(operation);
+    EXPECT_EQ(feature->status, status);
+  }
+}
+
+TEST_F(UndoRedo, ASketchAndItsDrawingAreTakenBackAndMadeAgain) {
+  Rectangle(L"R", L"XY", 0, 0, 4, 2);
+  EXPECT_THAT(Labels(UndoStack()), testing::ElementsAre(L"Create sketch R", testing::HasSubstr(L"in R")));
+  Walk(kUndo);
+  EXPECT_EQ(Session(L"R").entities.size(), 1u) << "the seed";
+  Walk(kUndo);
+  EXPECT_EQ(sketch::FindSketchSession(L"R"), nullptr);
+  EXPECT_EQ(FeatureNamed(L"R"), nullptr);
+  Walk(kRedo, 2);
+  EXPECT_EQ(Session(L"R").entities.size(), 1u + 4u);
+  ASSERT_NE(FeatureNamed(L"R"), nullptr);
+  EXPECT_EQ(UndoStack().size(), 2u);
+}
+
+TEST_F(UndoRedo, ADrawingThatIsDoneAgainBearsItsNewLabels) {
+  CreateSketch(L"S");
+  for (const wchar_t* line : {LR"("x1":0,"y1":0,"x2":1,"y2":0)", LR"("x1":0,"y1":1,"x2":1,"y2":1)",
+                              LR"("x1":0,"y1":2,"x2":1,"y2":2)"})
+    Draw(L"api_sketch_line_two_points", L"S", line);
+  EXPECT_EQ(UndoStack().back().entity, L"L:3");
+  Walk(kUndo);
+  // The deletion is no step of the history and leaves the redo chain; the other line moves up to L:1.
+  Succeed(L"api_sketch_entity_delete", LR"({"sketch_name":"S","entity":"L:1"})");
+  Walk(kRedo);
+  EXPECT_EQ(UndoStack().back().entity, L"L:2");
+  Walk(kUndo);
+  EXPECT_EQ(Session(L"S").entities.size(), 1u + 1u) << "the seed and the line that moved up";
+  EXPECT_EQ(RedoStack().back().entity, L"L:2");
+}
+
+TEST_F(UndoRedo, AWalkEndsWhereTheStackDoes) {
+  Block(10, 20, 30);
+  ClearHistory();
+  Succeed(L"api_parameters_set", Set(L"20"));
+  Succeed(L"api_parameters_set", Set(L"10"));
+  ExpectFailure(kUndo, LR"({"count":3})", L"Only 2 of 3 undo step(s) applied.");
+  EXPECT_NEAR(Volume(), 10 * 20 * 30, 1e-6);
+  ExpectFailure(kRedo, LR"({"count":10})", L"Only 2 of 10 redo step(s) applied.");
+  EXPECT_NEAR(Volume(), 10 * 20 * 10, 1e-6);
+}
+
+TEST_F(UndoRedo, AStepThatFailsEndsTheWalkAndStays) {
+  Block(10, 20, 30);
+  ClearHistory();
+  Succeed(L"api_parameters_set", Set(L"20"));
+  PushCreateFeature(L"Gone");
+  Succeed(L"api_parameters_set", Set(L"10"));
+  const auto lookup = Run(L"api_feature_suppress", LR"({"feature_name":"Gone"})").message;
+  ExpectFailure(kUndo, LR"({"count":3})", L"Only 1 of 3 undo step(s) applied: " + lookup);
+  EXPECT_NEAR(Volume(), 10 * 20 * 20, 1e-6);
+  EXPECT_EQ(Labels(UndoStack()), (std::vector<std::wstring>{L"Set d0", L"Create Gone"}));
+  ExpectFailure(kUndo, L"{}", lookup);
+  EXPECT_EQ(UndoStack().size(), 2u);
+  NewPart();
+  ExpectFailure(kUndo, L"{}", L"No Vek undo steps available.");
+}
+
+TEST_F(UndoRedo, StepsThatCannotBeAppliedSayWhy) {
+  HistoryEntry unset = Entry(HistoryKind::kSetParameter, L"d0");
+  HistoryEntry unknown = Entry(HistoryKind::kCreateSketch, L"S");
+  unknown.operation = L"api_sketch_dance";
+  const struct {
+    HistoryEntry entry;
+    const wchar_t* undo;
+    const wchar_t* redo;
+  } cases[] = {
+      {unset, L"'expression' argument is required.", L"'expression' argument is required."},
+      {unknown, L"Sketch 'S' not found.", L"Unknown sketch operation 'api_sketch_dance'."},
+      {Entry(HistoryKind::kSuppressOccurrence, L"A", true),
+       L"Operation 'api_assembly_unsuppress_occurrence' is not implemented by the Creo provider yet.",
+       L"Operation 'api_assembly_suppress_occurrence' is not implemented by the Creo provider yet."},
+      {Entry(HistoryKind::kSuppressOccurrence, L"A", false),
+       L"Operation 'api_assembly_suppress_occurrence' is not implemented by the Creo provider yet.",
+       L"Operation 'api_assembly_unsuppress_occurrence' is not implemented by the Creo provider yet."},
+      {Entry(HistoryKind::kMove, L"A"),
+       L"Operation 'api_assembly_move_component' is not implemented by the Creo provider yet.",
+       L"Operation 'api_assembly_move_component' is not implemented by the Creo provider yet."},
+      {Entry(static_cast<HistoryKind>(7), L"A"), L"Unsupported history entry.",
+       L"Unsupported history entry."},
+  };
+  for (const auto& [entry, undo, redo] : cases) {
+    UndoStack() = {entry};
+    ExpectFailure(kUndo, L"{}", undo);
+    RedoStack() = {entry};
+    ExpectFailure(kRedo, L"{}", redo);
+    EXPECT_EQ(UndoStack().size() + RedoStack().size(), 2u);
+    EXPECT_FALSE(HistoryReplaying);
+  }
+}
+
+TEST_F(UndoRedo, TheOtherStackKeepsItsLimit) {
+  Block(10, 20, 30);
+  ClearHistory();
+  Succeed(L"api_parameters_set", Set(L"20"));
+  RedoStack().assign(10, Entry(HistoryKind::kCreateFeature, L"old"));
+  Walk(kUndo);
+  ASSERT_EQ(RedoStack().size(), 10u);
+  EXPECT_EQ(RedoStack().back().label, L"Set d0");
+}
+
+TEST_F(UndoRedo, TheHostsRefusalOfAToggleIsToldInItsWords) {
+  const std::wstring block = Block(10, 20, 30);
+  const struct {
+    const char* call;
+    int nth;
+    std::wstring message;
+  } cases[] = {
+      {"ProMdlCurrentGet", 1, L"No active Creo document."},
+      {"ProArrayAlloc", 1, L"Failed to allocate feature id array."},
+      {"ProArrayAlloc", 2, L"Failed to allocate suppress options."},
+      {"ProFeatureWithoptionsSuppress", 1, L"Failed to suppress feature '" + block + L"' (status=-8)."},
+  };
+  for (const auto& [call, nth, message] : cases) {
+    faults().Fail(call, -8, nth);
+    ExpectFailure(kUndo, L"{}", message);
+    faults().Clear();
+  }
+  Walk(kUndo);
+  faults().Fail("ProArrayAlloc", -8, 2);
+  ExpectFailure(kRedo, L"{}", L"Failed to allocate resume options.");
+  faults().Fail("ProFeatureWithoptionsResume", -8);
+  ExpectFailure(kRedo, L"{}", L"Failed to unsuppress feature '" + block + L"' (status=-8).");
+  Walk(kRedo);
+  EXPECT_NEAR(Volume(), 10 * 20 * 30, 1e-6);
+}
+
+TEST_F(UndoRedo, AnExceptionInAStepEndsTheReplayToo) {
+  CreateSketch(L"S");
+  Walk(kUndo);
+  faults().Before("ProMdlCurrentGet", [] { FailNextLine([] { throw std::runtime_error("no memory"); }); });
+  EXPECT_FALSE(Run(kRedo).success);
+  EXPECT_FALSE(HistoryReplaying);
+  EXPECT_EQ(RedoStack().size(), 1u);
+  PushCreateFeature(L"A");
+  EXPECT_EQ(Labels(UndoStack()), std::vector<std::wstring>{L"Create A"});
+}
+
+}  // namespace
+}  // namespace vek::support
