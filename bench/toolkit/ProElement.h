@@ -33,6 +33,7 @@ PRO_TOOLKIT_CALL ProError ProElementDoubleGet(ProElement element, double* value)
 PRO_TOOLKIT_CALL ProError ProElementReferenceGet(ProElement element, void* options, ProReference* reference);
 // From here on the collection belongs to the element's tree.
 PRO_TOOLKIT_CALL ProError ProElementCollectionSet(ProElement element, ProCollection collection);
+PRO_TOOLKIT_CALL ProError ProElementTransformSet(ProElement element, ProMatrix transform);
 PRO_TOOLKIT_CALL ProError ProElementSpecialvalueSet(ProElement element, ProAppData value);
 PRO_TOOLKIT_CALL ProError ProElementSpecialvalueGet(ProElement element, void* options, ProAppData* value);
 

@@ -35,6 +35,7 @@ typedef struct CreoFeatureErrors {
 typedef ProError (*ProGeomitemAction)(ProGeomitem* item, ProError filter_status, ProAppData data);
 typedef ProError (*ProGeomitemFilter)(ProGeomitem* item, ProAppData data);
 
+PRO_TOOLKIT_CALL ProError ProFeatureInit(ProSolid solid, int id, ProFeature* feature);
 PRO_TOOLKIT_CALL ProError ProFeatureTypeGet(ProFeature* feature, ProFeattype* type);
 PRO_TOOLKIT_CALL ProError ProFeatureStatusGet(ProFeature* feature, ProFeatStatus* status);
 PRO_TOOLKIT_CALL ProError ProFeatureIsIncomplete(ProFeature* feature, ProBoolean* incomplete);

@@ -28,6 +28,8 @@ PRO_TOOLKIT_CALL ProError ProMdlToModelitem(ProMdl model, ProModelitem* item);
 PRO_TOOLKIT_CALL ProError ProMdlDisplay(ProMdl model);
 PRO_TOOLKIT_CALL ProError ProMdlWindowGet(ProMdl model, int* window);
 PRO_TOOLKIT_CALL ProError ProMdlSave(ProMdl model);
+// Writes a copy into a directory, which is the model's from then on.
+PRO_TOOLKIT_CALL ProError ProMdlnameBackup(ProMdl model, wchar_t* directory);
 PRO_TOOLKIT_CALL ProError ProMdlErase(ProMdl model);
 PRO_TOOLKIT_CALL ProError ProMdlnameRename(ProMdl model, ProMdlName new_name);
 PRO_TOOLKIT_CALL ProError ProMdlnameRetrieve(ProMdlName name, ProMdlfileType type, ProMdl* model);

@@ -34,6 +34,13 @@ typedef struct CreoModelItem {
 typedef ProModelitem ProFeature;
 typedef ProModelitem ProGeomitem;
 
-typedef struct CreoComponentPath ProAsmcomppath;
+#define PRO_MAX_ASSEM_LEVEL 25
+
+// The way from an assembly down to one of its components: ids of component features, one a level.
+typedef struct CreoComponentPath {
+  ProMdl owner;
+  int comp_id_table[PRO_MAX_ASSEM_LEVEL];
+  int table_num;
+} ProAsmcomppath;
 typedef struct CreoSelection* ProSelection;
 typedef struct CreoReference* ProReference;

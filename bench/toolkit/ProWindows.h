@@ -7,6 +7,7 @@ PRO_TOOLKIT_CALL ProError ProObjectwindowMdlnameCreate(ProMdlName name, ProType 
 PRO_TOOLKIT_CALL ProError ProWindowActivate(int window);
 // -1 names the current window.
 PRO_TOOLKIT_CALL ProError ProWindowRepaint(int window);
+PRO_TOOLKIT_CALL ProError ProWindowRefresh(int window);
 PRO_TOOLKIT_CALL ProError ProWindowDelete(int window);
 PRO_TOOLKIT_CALL ProError ProWindowCurrentGet(int* window);
 PRO_TOOLKIT_CALL ProError ProWindowBrowserSizeSet(int window, double percent);

@@ -1,0 +1,6 @@
+// The model tree beside a window.
+#pragma once
+
+#include "ProObjects.h"
+
+PRO_TOOLKIT_CALL ProError ProTreetoolRefresh(ProMdl model);
