@@ -32,4 +32,22 @@ class FaceFactsCache {
   NCollection_DataMap<TopoDS_Shape, std::shared_ptr<const FaceFacts>, TopTools_OrientedShapeMapHasher> facts_;
 };
 
+// A face's facts, taken from the cache when they are first looked at: most features need none of a body's
+// faces. The cache must live as long.
+class FactsOnDemand {
+ public:
+  FactsOnDemand(const TopoDS_Face& face, FaceFactsCache& cache) : face_(face), cache_(&cache) {}
+
+  const FaceFacts& operator*() const {
+    if (!facts_) facts_ = cache_->Of(face_);
+    return *facts_;
+  }
+  const FaceFacts* operator->() const { return &**this; }
+
+ private:
+  TopoDS_Face face_;
+  FaceFactsCache* cache_;
+  mutable std::shared_ptr<const FaceFacts> facts_;
+};
+
 }  // namespace bench::kernel

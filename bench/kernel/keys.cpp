@@ -30,14 +30,15 @@ CenterOrder OrderOf(const gp_Pnt& center) {
 std::vector<KeyedFace> KeyFaces(const NamedShape& body, FaceFactsCache& cache) {
   std::vector<KeyedFace> faces;
   for (const TopoDS_Face& face : body.Faces())
-    faces.push_back({face, body.names.Find(face), cache.Of(face), {}});
+    faces.push_back({face, body.names.Find(face), FactsOnDemand(face, cache), {}});
   const gp_Trsf back = body.motion.Inverted();
   std::sort(faces.begin(), faces.end(), [&back](const KeyedFace& a, const KeyedFace& b) {
-    const auto order = [&back](const KeyedFace& keyed) {
-      return std::make_tuple(keyed.name.place.age, keyed.name.place.copy, keyed.name.rank,
-                             OrderOf(keyed.facts->measure.center.Transformed(back)));
+    if (a.name < b.name) return true;
+    if (b.name < a.name) return false;
+    const auto center = [&back](const KeyedFace& keyed) {
+      return OrderOf(keyed.facts->measure.center.Transformed(back));
     };
-    return order(a) < order(b);
+    return center(a) < center(b);
   });
   std::map<std::string, int> count;
   for (KeyedFace& face : faces) {

@@ -3,7 +3,6 @@
 
 #include <TopoDS_Edge.hxx>
 #include <array>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,7 +14,7 @@ namespace bench::kernel {
 struct KeyedFace {
   TopoDS_Face face;
   FaceName name;
-  std::shared_ptr<const FaceFacts> facts;
+  FactsOnDemand facts;
   std::string key;
 };
 
@@ -27,7 +26,8 @@ struct KeyedEdge {
   std::string key;
 };
 
-// Of the body as it is: what a later feature does to it may change which part of a face has which number.
+// Of the body as it is, with the facts from a cache that must live as long: what a later feature does to it
+// may change which part of a face has which number.
 class BodyKeys {
  public:
   BodyKeys(const NamedShape& body, FaceFactsCache& cache);

@@ -1,5 +1,9 @@
 #include "bench/kernel/measures.h"
 
+#include <TopTools_MapOfOrientedShape.hxx>
+#include <TopoDS.hxx>
+#include <cmath>
+
 namespace bench::kernel {
 
 FaceMeasure MeasureOf(const FaceIntegrals& face) {
@@ -21,9 +25,25 @@ MassProperties MassOf(const FaceIntegrals& sum) {
 }
 
 double VolumeOf(const NamedShape& shape) {
-  FaceIntegrals sum{};
-  for (const TopoDS_Face& face : shape.Faces()) AddTo(sum, IntegrateFace(face));
-  return sum[kVolume];
+  double volume = 0;
+  for (const TopoDS_Face& face : shape.Faces()) volume += IntegrateFace(face)[kVolume];
+  return volume;
+}
+
+VolumeChange ChangeOfVolume(const NamedShape& before, const NamedShape& after) {
+  TopTools_MapOfOrientedShape gone;
+  for (const TopoDS_Face& face : before.Faces()) gone.Add(face);
+  VolumeChange change;
+  const auto count = [&change](const TopoDS_Face& face, int sign) {
+    const double volume = IntegrateFace(face)[kVolume];
+    change.gained += sign * volume;
+    change.at_stake += std::abs(volume);
+  };
+  for (const TopoDS_Face& face : after.Faces())
+    if (!gone.Remove(face)) count(face, 1);
+  for (TopTools_MapOfOrientedShape::Iterator face(gone); face.More(); face.Next())
+    count(TopoDS::Face(face.Key()), -1);
+  return change;
 }
 
 }  // namespace bench::kernel

@@ -29,4 +29,12 @@ MassProperties MassOf(const FaceIntegrals& sum);
 // The sum of the solids' volumes: below 0 when they are turned outside in, 0 without any.
 double VolumeOf(const NamedShape& shape);
 
+// What a change did to a shape's volume. Faces that were there before and still are cost nothing.
+struct VolumeChange {
+  double gained = 0;    // mm³
+  double at_stake = 0;  // what all other faces stand for, each for itself: no error of integration is more
+                        // than a small part of it
+};
+VolumeChange ChangeOfVolume(const NamedShape& before, const NamedShape& after);
+
 }  // namespace bench::kernel

@@ -106,8 +106,9 @@ NamedShape Unified(const NamedShape& shape) {
   } catch (const Standard_Failure&) {
     return shape;
   }
-  if (!BRepCheck_Analyzer(unify.Shape()).IsValid()) return shape;
   const Handle(BRepTools_History) history = unify.History();
+  if (!history->HasModified() && !history->HasRemoved()) return shape;
+  if (!BRepCheck_Analyzer(unify.Shape()).IsValid()) return shape;
   const Descent descent = [&history](const TopoDS_Face& face) {
     std::vector<TopoDS_Face> faces;
     for (const TopoDS_Shape& modified : history->Modified(face)) faces.push_back(TopoDS::Face(modified));

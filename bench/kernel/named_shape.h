@@ -54,7 +54,7 @@ struct NamedShape {
   bool IsEmpty() const { return solids.empty(); }
   TopoDS_Compound Compound() const;
   std::vector<TopoDS_Face> Faces() const;
-  // The faces of that name, by rank and feature.
+  // The parts of the face of that name.
   std::vector<TopoDS_Face> FacesNamed(const FaceName& name) const;
 };
 

@@ -62,7 +62,8 @@ bool SolidInWork::Finish(const TopoDS_Shape& result, const Descent& descent, con
     if (!name) throw Standard_ProgramError("a face came of nothing");
     finished.names.Bind(face, *name);
   }
-  if (!IsSound(finished.solids.front())) return false;
+  const auto is_old = [this](const TopoDS_Face& face) { return FaceOf(face) != nullptr; };
+  if (!IsSound(finished.solids.front(), is_old)) return false;
   body.solids.push_back(finished.solids.front());
   for (FaceNames::Iterator name(finished.names); name.More(); name.Next())
     body.names.Bind(name.Key(), name.Value());

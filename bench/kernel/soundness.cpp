@@ -2,7 +2,10 @@
 
 #include <BOPAlgo_ArgumentAnalyzer.hxx>
 #include <BRepAdaptor_Surface.hxx>
+#include <BRepBndLib.hxx>
 #include <BRepCheck_Analyzer.hxx>
+#include <BRep_Builder.hxx>
+#include <Bnd_Box.hxx>
 #include <TopoDS.hxx>
 #include <algorithm>
 #include <cmath>
@@ -26,9 +29,36 @@ bool PassesItsApex(const TopoDS_Face& face) {
   return low < -kLeastRadius && high > kLeastRadius;
 }
 
-bool CrossesItself(const TopoDS_Solid& solid) {
+Bnd_Box BoxAround(const TopoDS_Face& face) {
+  Bnd_Box box;
+  BRepBndLib::Add(face, box);
+  return box;
+}
+
+// The faces that are not old, with those of the old ones that come near them.
+TopoDS_Compound InDoubt(const std::vector<TopoDS_Face>& faces,
+                        const std::function<bool(const TopoDS_Face&)>& is_old) {
+  BRep_Builder builder;
+  TopoDS_Compound in_doubt;
+  builder.MakeCompound(in_doubt);
+  std::vector<Bnd_Box> fresh;
+  for (const TopoDS_Face& face : faces) {
+    if (is_old(face)) continue;
+    fresh.push_back(BoxAround(face));
+    builder.Add(in_doubt, face);
+  }
+  for (const TopoDS_Face& face : faces) {
+    if (!is_old(face)) continue;
+    const Bnd_Box box = BoxAround(face);
+    if (std::ranges::any_of(fresh, [&box](const Bnd_Box& each) { return !each.IsOut(box); }))
+      builder.Add(in_doubt, face);
+  }
+  return in_doubt;
+}
+
+bool CrossesItself(const TopoDS_Compound& faces) {
   BOPAlgo_ArgumentAnalyzer analyzer;
-  analyzer.SetShape1(solid);
+  analyzer.SetShape1(faces);
   analyzer.ArgumentTypeMode() = false;
   analyzer.SelfInterMode() = true;
   analyzer.Perform();
@@ -37,12 +67,13 @@ bool CrossesItself(const TopoDS_Solid& solid) {
 
 }  // namespace
 
-bool IsSound(const TopoDS_Solid& solid) {
+bool IsSound(const TopoDS_Solid& solid, const std::function<bool(const TopoDS_Face&)>& is_old) {
   NamedShape shape;
   shape.solids = {solid};
   if (!BRepCheck_Analyzer(solid).IsValid() || !(VolumeOf(shape) > 0)) return false;
-  if (std::ranges::any_of(shape.Faces(), PassesItsApex)) return false;
-  return !CrossesItself(solid);
+  const std::vector<TopoDS_Face> faces = shape.Faces();
+  if (std::ranges::any_of(faces, PassesItsApex)) return false;
+  return !CrossesItself(InDoubt(faces, is_old));
 }
 
 }  // namespace bench::kernel

@@ -118,6 +118,10 @@ TEST(Round, LeavesOtherSolidsAlone) {
 TEST(Round, IsRefusedWhereItDoesNotFit) {
   const json cube = Block(10, 10, 10);
   const json slot = Extrude(41, Front(), Slot(1, 15, 10));
+  // A hole from below whose end is 1 behind the wall and 2 under the top. A round of 8 about (8, 12) meets
+  // it: (1, 18) is √(7² + 6²) = 9.2 from there.
+  const json hole =
+      Extrude(45, Front(), {Circle(1, 20, 2.5, 1.5)}, {.operation = "cut", .mode = "blind", .depth = 18});
   const Edges opposite{"41:end|41:side:1", "41:end|41:side:3"};
   const std::string no_room = "The body has no room for the round.";
   struct Case {
@@ -133,6 +137,7 @@ TEST(Round, IsRefusedWhereItDoesNotFit) {
       {{cube}, opposite, 6, true, no_room},
       {{cube}, opposite, 5, true, no_room},
       {{cube}, {"41:end|41:side:1"}, 12, true, no_room},
+      {{Block(40, 30, 20), hole}, {"41:end|41:side:1"}, 8, true, no_room},
       {{cube}, {"41:end|41:side:1"}, 0, true, "The radius must be above 0."},
       {{cube}, {"41:end|41:side:1"}, -1, true, "The radius must be above 0."},
       {{cube}, {}, 1, true, "The round names no edge."},

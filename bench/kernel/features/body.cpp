@@ -10,12 +10,13 @@ namespace bench::kernel {
 
 namespace {
 
-// A cut that takes less than this part of the volume is held against the common of tool and body: integration
-// over curved faces is no better than this when a face's boundary changes.
+// Integration over curved faces is no better than this part when a face's boundary changes.
 constexpr double kClearShare = 1e-6;
 
-bool RemovesSomething(const NamedShape& body, const NamedShape& tool, double before, double after) {
-  if (before - after > kClearShare * before) return true;
+// A cut that doesn't clearly take something is held against the common of tool and body.
+bool RemovesSomething(const NamedShape& body, const NamedShape& tool, const NamedShape& result) {
+  const VolumeChange change = ChangeOfVolume(body, result);
+  if (-change.gained > kClearShare * change.at_stake) return true;
   return !Boolean(BooleanKind::kCommon, body, tool).Result().IsEmpty();
 }
 
@@ -30,8 +31,7 @@ NamedShape Cut(const NamedShape& body, const NamedShape& tool) {
   if (body.IsEmpty()) throw Refusal("There is no body to cut.");
   const Boolean cut(BooleanKind::kCut, body, tool);
   if (cut.Result().IsEmpty()) throw Refusal("The cut removes the whole body.");
-  if (!RemovesSomething(body, tool, VolumeOf(body), VolumeOf(cut.Result())))
-    throw Refusal("The cut removes nothing from the body.");
+  if (!RemovesSomething(body, tool, cut.Result())) throw Refusal("The cut removes nothing from the body.");
   return Unified(cut.Result());
 }
 
@@ -45,8 +45,8 @@ bool HasChanged(const NamedShape& before, const NamedShape& after, const Feature
     if (maker.feature == place.feature && maker.copy == place.copy) return true;
   }
   // Its faces may all have become parts of older ones, as those of a plug do that fills a hole flush.
-  const double volume = VolumeOf(before);
-  return std::abs(VolumeOf(after) - volume) > kClearShare * volume;
+  const VolumeChange change = ChangeOfVolume(before, after);
+  return std::abs(change.gained) > kClearShare * change.at_stake;
 }
 
 }  // namespace bench::kernel

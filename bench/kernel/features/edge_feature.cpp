@@ -45,19 +45,18 @@ class ExpectedChange {
     }
   }
 
-  bool Allows(double before, double after) const {
-    return (loses_ || after > before) && (gains_ || after < before);
-  }
+  bool Allows(double gained) const { return (loses_ || gained > 0) && (gains_ || gained < 0); }
 
  private:
   bool loses_ = false;
   bool gains_ = false;
 };
 
-double VolumeOfSolid(const TopoDS_Solid& solid) {
-  NamedShape shape;
-  shape.solids = {solid};
-  return VolumeOf(shape);
+double VolumeGained(const TopoDS_Solid& before, const TopoDS_Solid& after) {
+  NamedShape shapes[2];
+  shapes[0].solids = {before};
+  shapes[1].solids = {after};
+  return ChangeOfVolume(shapes[0], shapes[1]).gained;
 }
 
 // The corners of a solid at the ends of its treated edges, each named after the faces that meet there: these
@@ -138,7 +137,8 @@ FaceNames EdgeFeature::NamesOfMade(Maker& maker, const SolidInWork& solid, const
   const Corners corners(maker, solid);
   const int first_rank = static_cast<int>(keys.edges().size());
   for (const TopoDS_Shape& face : Distinct(maker.Shape(), TopAbs_FACE))
-    if (!names.IsBound(face)) names.Bind(face, corners.NameOf(face, place, first_rank));
+    if (!names.IsBound(face) && !solid.FaceOf(face))
+      names.Bind(face, corners.NameOf(face, place, first_rank));
   return names;
 }
 
@@ -159,9 +159,8 @@ void EdgeFeature::Work(const NamedEdges& named, const SolidInWork& solid, const 
     if (faces.empty() && !maker->IsDeleted(face)) faces.push_back(face);
     return faces;
   };
-  const double before = VolumeOfSolid(solid.Solid());
   if (!solid.Finish(maker->Shape(), descent, NamesOfMade(*maker, solid, keys, place), body) ||
-      !change.Allows(before, VolumeOfSolid(body.solids.back())))
+      !change.Allows(VolumeGained(solid.Solid(), body.solids.back())))
     Refuse();
 }
 
