@@ -10,8 +10,9 @@ cmake --build "$root/build/native" --target benchmarks >"$root/build/benchmarks.
   { tail -n 40 "$root/build/benchmarks.log" >&2 && exit 1; }
 
 "$root/build/native/benchmarks/scan_benchmark"
-"$root/cmake/wine.sh" "$root/build/windows/benchmarks/dispatch_benchmark.exe" | tr -d '\r'
-"$root/cmake/wine.sh" "$root/build/windows/benchmarks/sketch_commit_benchmark.exe" | tr -d '\r'
+for name in dispatch sketch_commit rebuild; do
+  "$root/cmake/wine.sh" "$root/build/windows/benchmarks/${name}_benchmark.exe" | tr -d '\r'
+done
 
 port_must_be_free
 start_bench
