@@ -1,7 +1,5 @@
 #include "bench/kernel/sketch_solver.h"
 
-#include <slvs.h>
-
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -9,91 +7,22 @@
 #include <optional>
 
 #include "bench/kernel/refusal.h"
+#include "bench/kernel/solver_system.h"
 
 namespace bench::kernel {
 
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-// Points this close to each other, in mm, are one.
+// Points this close to each other are one.
 constexpr double kSamePoint = 1e-5;
+// Radians: lines this near to lying along or across one another count as doing so.
+constexpr double kAligned = 1e-3, kQuarterTurn = kPi / 2;
 
-// What is given stands in the first group, what is solved for in the second.
-constexpr Slvs_hGroup kGiven = 1, kSought = 2;
-
-// The library's system with its tables growing as things are added.
-class System {
- public:
-  System() {
-    const Slvs_hParam zero = Param(0, kGiven), one = Param(1, kGiven);
-    const Slvs_hEntity origin = Add(Slvs_MakePoint3d(NextEntity(), kGiven, zero, zero, zero));
-    normal_ = Add(Slvs_MakeNormal3d(NextEntity(), kGiven, one, zero, zero, zero));
-    plane_ = Add(Slvs_MakeWorkplane(NextEntity(), kGiven, origin, normal_));
-  }
-
-  Slvs_hEntity Point(const gp_Pnt2d& at, bool fixed) {
-    const Slvs_hGroup group = fixed ? kGiven : kSought;
-    const Slvs_hParam u = Param(at.X(), group), v = Param(at.Y(), group);
-    return Add(Slvs_MakePoint2d(NextEntity(), group, plane_, u, v));
-  }
-  Slvs_hEntity Line(Slvs_hEntity from, Slvs_hEntity to) {
-    return Add(Slvs_MakeLineSegment(NextEntity(), kSought, plane_, from, to));
-  }
-  Slvs_hEntity Circle(Slvs_hEntity center, double radius) {
-    const Slvs_hParam value = Param(radius, kSought);
-    const Slvs_hEntity distance = Add(Slvs_MakeDistance(NextEntity(), kSought, plane_, value));
-    return Add(Slvs_MakeCircle(NextEntity(), kSought, plane_, center, normal_, distance));
-  }
-  Slvs_hEntity Arc(Slvs_hEntity center, Slvs_hEntity start, Slvs_hEntity end) {
-    return Add(Slvs_MakeArcOfCircle(NextEntity(), kSought, plane_, normal_, center, start, end));
-  }
-  void Constrain(int type, double value, Slvs_hEntity point_a, Slvs_hEntity point_b, Slvs_hEntity entity_a,
-                 Slvs_hEntity entity_b, bool other = false) {
-    const auto handle = static_cast<Slvs_hConstraint>(constraints_.size() + 1);
-    constraints_.push_back(
-        Slvs_MakeConstraint(handle, kSought, type, plane_, value, point_a, point_b, entity_a, entity_b));
-    constraints_.back().other = other ? 1 : 0;
-  }
-
-  // False when the constraints contradict or repeat each other, or the solver finds no way.
-  bool Solve() {
-    Slvs_System system{};
-    system.param = params_.data();
-    system.params = static_cast<int>(params_.size());
-    system.entity = entities_.data();
-    system.entities = static_cast<int>(entities_.size());
-    system.constraint = constraints_.data();
-    system.constraints = static_cast<int>(constraints_.size());
-    Slvs_Solve(&system, kSought);
-    return system.result == SLVS_RESULT_OKAY;
-  }
-
-  gp_Pnt2d PointAt(Slvs_hEntity point) const {
-    const Slvs_Entity& entity = entities_.at(point - 1);
-    return {Value(entity.param[0]), Value(entity.param[1])};
-  }
-  double RadiusOf(Slvs_hEntity circle) const {
-    return std::abs(Value(entities_.at(entities_.at(circle - 1).distance - 1).param[0]));
-  }
-
- private:
-  Slvs_hParam Param(double value, Slvs_hGroup group) {
-    const auto handle = static_cast<Slvs_hParam>(params_.size() + 1);
-    params_.push_back(Slvs_MakeParam(handle, group, value));
-    return handle;
-  }
-  Slvs_hEntity NextEntity() const { return static_cast<Slvs_hEntity>(entities_.size() + 1); }
-  Slvs_hEntity Add(const Slvs_Entity& entity) {
-    entities_.push_back(entity);
-    return entity.h;
-  }
-  double Value(Slvs_hParam param) const { return params_.at(param - 1).val; }
-
-  std::vector<Slvs_Param> params_;
-  std::vector<Slvs_Entity> entities_;
-  std::vector<Slvs_Constraint> constraints_;
-  Slvs_hEntity normal_ = 0, plane_ = 0;
-};
+// Such an arc is solved as a circle: its ends are one point and leave nothing to solve for.
+bool IsFullTurn(const ArcEntity& arc) {
+  return arc.end - arc.start > 2 * kPi - 1e-9;
+}
 
 gp_Pnt2d OnArc(const ArcEntity& arc, double angle) {
   return {arc.center.X() + arc.radius * std::cos(angle), arc.center.Y() + arc.radius * std::sin(angle)};
@@ -155,13 +84,25 @@ class Section {
 
   void AddCoincident(const SolverCondition& condition);
   void AddTangent(const SolverTarget& first, const SolverTarget& second);
+  void AddTangentLine(const SolverTarget& round, const SolverTarget& line);
+  void AddTangentRounds(const SolverTarget& first, const SolverTarget& second);
+  // The point in which two curves are known to meet: an end of the one that lies on the other; 0 without one.
+  Slvs_hEntity MeetingPoint(const SolverTarget& first, const SolverTarget& second) const;
+  double RadiusOf(const SolverTarget& round) const;
   void AddAngle(const SolverCondition& condition);
+  void AddPerpendicular(const SolverTarget& first, const SolverTarget& second);
+  void AddParallel(const SolverTarget& first, const SolverTarget& second);
+  void AddAligned(const SolverTarget& target, const gp_Vec2d& direction);
+  // Begins the search with one of two lines turned against the other. From just across to where a line is to
+  // lie nothing tells the solver which way to turn: it would stay there, or shrink the line to nothing.
+  void TurnStart(const SolverTarget& first, const SolverTarget& second, double angle);
   gp_Vec2d DirectionOf(const SolverTarget& line) const;
 
   const std::vector<Entity>& entities_;
-  System system_;
+  SolverSystem system_;
   std::vector<std::pair<gp_Pnt2d, Slvs_hEntity>> points_;
   std::map<int, Solved> solved_;
+  std::vector<std::pair<int, Slvs_hEntity>> on_curve_;  // points that a constraint holds on an entity's curve
 };
 
 void Section::Enter(const Entity& entity, bool fixed) {
@@ -180,7 +121,11 @@ void Section::Enter(const Entity& entity, bool fixed) {
     solved.shape = Shape::kCircle;
     solved.center = PointAt(circle->center, fixed);
     solved.curve = system_.Circle(solved.center, circle->radius);
-  } else if (const auto* arc = std::get_if<ArcEntity>(&entity.geometry)) {
+  } else if (const auto* arc = std::get_if<ArcEntity>(&entity.geometry); arc && IsFullTurn(*arc)) {
+    solved.shape = Shape::kCircle;
+    solved.center = PointAt(arc->center, fixed);
+    solved.curve = system_.Circle(solved.center, arc->radius);
+  } else if (arc) {
     solved = {Shape::kArc, 0, PointAt(OnArc(*arc, arc->start), fixed), PointAt(OnArc(*arc, arc->end), fixed),
               PointAt(arc->center, fixed)};
     solved.curve = system_.Arc(solved.center, solved.first, solved.second);
@@ -223,59 +168,125 @@ void Section::AddCoincident(const SolverCondition& condition) {
   if (point == curve.first || point == curve.second) return;
   const Slvs_hEntity entity = is_line ? LineOf(on) : RoundOf(on);
   system_.Constrain(is_line ? SLVS_C_PT_ON_LINE : SLVS_C_PT_ON_CIRCLE, 0, point, 0, entity, 0);
+  on_curve_.emplace_back(on.entity, point);
 }
 
-// A point of its own lies on both curves, where the radius is at a right angle to the line, or goes on into
-// the other one's.
+Slvs_hEntity Section::MeetingPoint(const SolverTarget& first, const SolverTarget& second) const {
+  const auto lies_on = [&](Slvs_hEntity point, const SolverTarget& curve) {
+    return point == Of(curve).first || point == Of(curve).second ||
+           std::find(on_curve_.begin(), on_curve_.end(), std::pair(curve.entity, point)) != on_curve_.end();
+  };
+  for (const auto& [one, other] : {std::pair(first, second), std::pair(second, first)})
+    for (const Slvs_hEntity end : {Of(one).first, Of(one).second})
+      if (end != 0 && lies_on(end, other)) return end;
+  return 0;
+}
+
+double Section::RadiusOf(const SolverTarget& round) const {
+  const Solved& solved = Of(round);
+  return solved.shape == Solved::Shape::kCircle
+             ? system_.RadiusOf(solved.curve)
+             : system_.PointAt(solved.center).Distance(system_.PointAt(solved.first));
+}
+
 void Section::AddTangent(const SolverTarget& first, const SolverTarget& second) {
-  using Shape = Solved::Shape;
-  const SolverTarget& round = Of(first).shape == Shape::kLine ? second : first;
-  const SolverTarget& other = Of(first).shape == Shape::kLine ? first : second;
-  const Slvs_hEntity curve = RoundOf(round);
-  const Slvs_hEntity center = Of(round).center;
-  const gp_Pnt2d center_at = system_.PointAt(center);
-  if (Of(other).shape == Shape::kLine) {
-    const Slvs_hEntity line = LineOf(other);
-    const gp_Pnt2d from = system_.PointAt(Of(other).first);
-    const gp_Vec2d along = DirectionOf(other);
-    const double t = gp_Vec2d(from, center_at).Dot(along) / along.SquareMagnitude();
-    // Where the two touch is known when they share an end.
-    const Slvs_hEntity shared = [&]() -> Slvs_hEntity {
-      for (const Slvs_hEntity end : {Of(round).first, Of(round).second})
-        if (end != 0 && (end == Of(other).first || end == Of(other).second)) return end;
-      return 0;
-    }();
-    const Slvs_hEntity touch = shared != 0 ? shared : system_.Point(from.Translated(along * t), false);
-    const Slvs_hEntity radius = system_.Line(center, touch);
-    system_.Constrain(SLVS_C_PERPENDICULAR, 0, 0, 0, radius, line);
-    if (shared != 0) return;
-    system_.Constrain(SLVS_C_PT_ON_LINE, 0, touch, 0, line, 0);
-    system_.Constrain(SLVS_C_PT_ON_CIRCLE, 0, touch, 0, curve, 0);
-    return;
+  const bool first_is_line = Of(first).shape == Solved::Shape::kLine;
+  if (first_is_line || Of(second).shape == Solved::Shape::kLine)
+    return first_is_line ? AddTangentLine(second, first) : AddTangentLine(first, second);
+  AddTangentRounds(first, second);
+}
+
+// The radius to the point in which the two touch is at a right angle to the line. That point is sought as
+// well, unless it is known: a second one in the same place would leave the solver without a clear direction.
+void Section::AddTangentLine(const SolverTarget& round, const SolverTarget& other) {
+  const Slvs_hEntity curve = RoundOf(round), line = LineOf(other);
+  const Slvs_hEntity center = Of(round).center, known = MeetingPoint(round, other);
+  const gp_Vec2d along = DirectionOf(other);
+  if (known != 0) {
+    const gp_Vec2d radius(system_.PointAt(known), system_.PointAt(center));
+    if (radius.IsParallel(along, kAligned) && !system_.TurnStart(center, known, kQuarterTurn))
+      TurnStart(other, other, kQuarterTurn);
+    return system_.Constrain(SLVS_C_PERPENDICULAR, 0, 0, 0, system_.Line(center, known), line);
   }
-  const Slvs_hEntity other_curve = RoundOf(other);
-  const Slvs_hEntity other_center = Of(other).center;
-  const gp_Pnt2d other_at = system_.PointAt(other_center);
+
+  const gp_Pnt2d center_at = system_.PointAt(center), from = system_.PointAt(Of(other).first);
+  gp_Pnt2d nearest =
+      from.Translated(along * (gp_Vec2d(from, center_at).Dot(along) / along.SquareMagnitude()));
+  if (nearest.Distance(center_at) <= kSamePoint)
+    nearest.Translate(along.GetNormal().Normalized() * RadiusOf(round));
+  const Slvs_hEntity touch = system_.Point(nearest, false);
+  system_.Constrain(SLVS_C_PERPENDICULAR, 0, 0, 0, system_.Line(center, touch), line);
+  system_.Constrain(SLVS_C_PT_ON_LINE, 0, touch, 0, line, 0);
+  system_.Constrain(SLVS_C_PT_ON_CIRCLE, 0, touch, 0, curve, 0);
+}
+
+// The point in which they touch lies on the line through the centres.
+void Section::AddTangentRounds(const SolverTarget& first, const SolverTarget& second) {
+  const Slvs_hEntity curve = RoundOf(first), other_curve = RoundOf(second);
+  const Slvs_hEntity center = Of(first).center, other_center = Of(second).center;
   if (center == other_center) throw Refusal("Circles about one centre can't be tangent.");
-  const Slvs_hEntity touch = system_.Point(gp_Pnt2d((center_at.XY() + other_at.XY()) / 2), false);
   const Slvs_hEntity axis = system_.Line(center, other_center);
+  if (const Slvs_hEntity known = MeetingPoint(first, second); known != 0)
+    return system_.Constrain(SLVS_C_PT_ON_LINE, 0, known, 0, axis, 0);
+
+  // Side by side or one in the other, whichever is nearer.
+  const gp_Pnt2d center_at = system_.PointAt(center), other_at = system_.PointAt(other_center);
+  const double radius = RadiusOf(first), other_radius = RadiusOf(second);
+  const double apart = center_at.Distance(other_at);
+  const bool inside =
+      std::abs(apart - std::abs(radius - other_radius)) < std::abs(apart - radius - other_radius);
+  const double reach = inside && other_radius > radius ? -radius : radius;
+  const gp_Vec2d towards = gp_Vec2d(center_at, other_at) / apart;
+  const Slvs_hEntity touch = system_.Point(center_at.Translated(towards * reach), false);
   system_.Constrain(SLVS_C_PT_ON_LINE, 0, touch, 0, axis, 0);
   system_.Constrain(SLVS_C_PT_ON_CIRCLE, 0, touch, 0, curve, 0);
   system_.Constrain(SLVS_C_PT_ON_CIRCLE, 0, touch, 0, other_curve, 0);
 }
 
 gp_Vec2d Section::DirectionOf(const SolverTarget& line) const {
-  return {system_.PointAt(Of(line).first), system_.PointAt(Of(line).second)};
+  const gp_Vec2d along(system_.PointAt(Of(line).first), system_.PointAt(Of(line).second));
+  if (!(along.Magnitude() > kSamePoint))
+    throw Refusal("Entity " + std::to_string(line.entity) + " has no direction.");
+  return along;
 }
 
 // An angle is between the lines' directions or between one and the other's reverse: whichever is nearer to
 // what is asked for.
 void Section::AddAngle(const SolverCondition& condition) {
-  const Slvs_hEntity first = LineOf(condition.targets[0]), second = LineOf(condition.targets[1]);
-  const double now = std::abs(DirectionOf(condition.targets[0]).Angle(DirectionOf(condition.targets[1])));
-  const double value = std::abs(condition.value);
-  const bool supplement = std::abs(kPi - now - value) < std::abs(now - value);
-  system_.Constrain(SLVS_C_ANGLE, value * 180 / kPi, 0, 0, first, second, supplement);
+  if (!(condition.value > 0) || !(condition.value < kPi))
+    throw Refusal("An angle must be above 0 and below 180 degrees.");
+  const auto& targets = condition.targets;
+  const Slvs_hEntity first = LineOf(targets[0]), second = LineOf(targets[1]);
+  const double now = std::abs(DirectionOf(targets[0]).Angle(DirectionOf(targets[1])));
+  const bool supplement = std::abs(kPi - now - condition.value) < std::abs(now - condition.value);
+  if (std::sin(now) < kAligned) TurnStart(targets[0], targets[1], condition.value);
+  system_.Constrain(SLVS_C_ANGLE, condition.value * 180 / kPi, 0, 0, first, second, supplement);
+}
+
+void Section::AddPerpendicular(const SolverTarget& first, const SolverTarget& second) {
+  const Slvs_hEntity line = LineOf(first), other = LineOf(second);
+  if (DirectionOf(first).IsParallel(DirectionOf(second), kAligned)) TurnStart(first, second, kQuarterTurn);
+  system_.Constrain(SLVS_C_PERPENDICULAR, 0, 0, 0, line, other);
+}
+
+void Section::AddParallel(const SolverTarget& first, const SolverTarget& second) {
+  const Slvs_hEntity line = LineOf(first), other = LineOf(second);
+  if (DirectionOf(first).IsNormal(DirectionOf(second), kAligned)) TurnStart(first, second, kQuarterTurn);
+  system_.Constrain(SLVS_C_PARALLEL, 0, 0, 0, line, other);
+}
+
+void Section::AddAligned(const SolverTarget& target, const gp_Vec2d& direction) {
+  const Slvs_hEntity line = LineOf(target);
+  if (DirectionOf(target).IsNormal(direction, kAligned)) TurnStart(target, target, kQuarterTurn);
+  system_.AlignWith(line, direction);
+}
+
+void Section::TurnStart(const SolverTarget& first, const SolverTarget& second, double angle) {
+  for (const SolverTarget* line : {&second, &first}) {
+    const Solved& solved = Of(*line);
+    if (system_.TurnStart(solved.second, solved.first, angle)) return;
+    if (system_.TurnStart(solved.first, solved.second, angle)) return;
+  }
 }
 
 void Section::Add(const SolverCondition& condition) {
@@ -291,20 +302,20 @@ void Section::Add(const SolverCondition& condition) {
       needs(2);
       return AddCoincident(condition);
     case SolverKind::kHorizontal:
+      needs(1);
+      return AddAligned(targets[0], {1, 0});
     case SolverKind::kVertical:
       needs(1);
-      return system_.Constrain(
-          condition.kind == SolverKind::kHorizontal ? SLVS_C_HORIZONTAL : SLVS_C_VERTICAL, 0, 0, 0,
-          LineOf(targets[0]), 0);
+      return AddAligned(targets[0], {0, 1});
     case SolverKind::kTangent:
       needs(2);
       return AddTangent(targets[0], targets[1]);
     case SolverKind::kPerpendicular:
       needs(2);
-      return system_.Constrain(SLVS_C_PERPENDICULAR, 0, 0, 0, LineOf(targets[0]), LineOf(targets[1]));
+      return AddPerpendicular(targets[0], targets[1]);
     case SolverKind::kParallel:
       needs(2);
-      return system_.Constrain(SLVS_C_PARALLEL, 0, 0, 0, LineOf(targets[0]), LineOf(targets[1]));
+      return AddParallel(targets[0], targets[1]);
     case SolverKind::kEqualRadius:
       needs(2);
       return system_.Constrain(SLVS_C_EQUAL_RADIUS, 0, 0, 0, RoundOf(targets[0]), RoundOf(targets[1]));
@@ -360,7 +371,10 @@ std::vector<Entity> Section::Result() const {
       *centerline = {system_.PointAt(solved.first), system_.PointAt(solved.second)};
     } else if (auto* circle = std::get_if<CircleEntity>(&entity.geometry)) {
       *circle = {system_.PointAt(solved.center), system_.RadiusOf(solved.curve)};
-    } else if (auto* arc = std::get_if<ArcEntity>(&entity.geometry)) {
+    } else if (auto* arc = std::get_if<ArcEntity>(&entity.geometry); arc && IsFullTurn(*arc)) {
+      arc->center = system_.PointAt(solved.center);
+      arc->radius = system_.RadiusOf(solved.curve);
+    } else if (arc) {
       *arc = SolvedArc(*arc, system_.PointAt(solved.center), system_.PointAt(solved.first),
                        system_.PointAt(solved.second));
     }
@@ -368,26 +382,21 @@ std::vector<Entity> Section::Result() const {
   return result;
 }
 
-const Entity& EntityOf(const std::vector<Entity>& entities, const SolverTarget& target) {
-  const auto found = std::find_if(entities.begin(), entities.end(),
-                                  [&](const Entity& each) { return each.id == target.entity; });
-  if (found == entities.end())
-    throw Refusal("The section has no entity " + std::to_string(target.entity) + ".");
-  return *found;
-}
-
-gp_Vec2d LineVector(const std::vector<Entity>& entities, const SolverTarget& target) {
-  const Entity& entity = EntityOf(entities, target);
-  if (const auto* line = std::get_if<LineEntity>(&entity.geometry)) return {line->from, line->to};
-  if (const auto* line = std::get_if<CenterlineEntity>(&entity.geometry)) return {line->from, line->to};
-  throw Refusal("Entity " + std::to_string(target.entity) + " is no line.");
-}
-
-double RadiusOf(const std::vector<Entity>& entities, const SolverTarget& target) {
-  const Entity& entity = EntityOf(entities, target);
+// Of lines the length, of arcs and circles the radius; -1 for what has neither.
+double ExtentOf(const Entity& entity) {
+  if (const auto* line = std::get_if<LineEntity>(&entity.geometry)) return line->from.Distance(line->to);
+  if (const auto* line = std::get_if<CenterlineEntity>(&entity.geometry))
+    return line->from.Distance(line->to);
   if (const auto* circle = std::get_if<CircleEntity>(&entity.geometry)) return circle->radius;
   if (const auto* arc = std::get_if<ArcEntity>(&entity.geometry)) return arc->radius;
-  throw Refusal("Entity " + std::to_string(target.entity) + " has no radius.");
+  return -1;
+}
+
+// A line that is to lie across where it lies can shrink to a point: that is no way of holding.
+void RefuseCollapse(const std::vector<Entity>& before, const std::vector<Entity>& after) {
+  for (std::size_t i = 0; i < before.size(); ++i)
+    if (ExtentOf(before[i]) > kSamePoint && !(ExtentOf(after[i]) > kSamePoint))
+      throw Refusal("Entity " + std::to_string(before[i].id) + " would shrink to a point.");
 }
 
 }  // namespace
@@ -396,27 +405,14 @@ std::vector<Entity> SolveSketch(std::vector<Entity> entities,
                                 const std::vector<SolverCondition>& conditions) {
   if (conditions.empty()) return entities;
   Section section(entities);
-  for (const SolverCondition& condition : conditions) section.Add(condition);
+  // Tangents want to know which points lie on their curves.
+  for (const bool coincident : {true, false})
+    for (const SolverCondition& condition : conditions)
+      if ((condition.kind == SolverKind::kCoincident) == coincident) section.Add(condition);
   if (!section.Solve()) throw Refusal("The constraints and dimensions contradict or repeat each other.");
-  return section.Result();
-}
-
-double MeasureCondition(const std::vector<Entity>& entities, const SolverCondition& condition) {
-  const auto& targets = condition.targets;
-  if (targets.empty()) throw Refusal("A dimension needs an entity.");
-  switch (condition.kind) {
-    case SolverKind::kLength:
-      return LineVector(entities, targets[0]).Magnitude();
-    case SolverKind::kRadius:
-      return RadiusOf(entities, targets[0]);
-    case SolverKind::kDiameter:
-      return 2 * RadiusOf(entities, targets[0]);
-    case SolverKind::kAngle:
-      if (targets.size() != 2) throw Refusal("An angle is between two lines.");
-      return std::abs(LineVector(entities, targets[0]).Angle(LineVector(entities, targets[1])));
-    default:
-      throw Refusal("A constraint measures nothing.");
-  }
+  std::vector<Entity> solved = section.Result();
+  RefuseCollapse(entities, solved);
+  return solved;
 }
 
 }  // namespace bench::kernel

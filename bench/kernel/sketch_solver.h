@@ -41,7 +41,4 @@ struct SolverCondition {
 // and when one makes no sense for its targets.
 std::vector<Entity> SolveSketch(std::vector<Entity> entities, const std::vector<SolverCondition>& conditions);
 
-// What a dimension measures as the entities are: its value, in mm or radians. Throws Refusal like the above.
-double MeasureCondition(const std::vector<Entity>& entities, const SolverCondition& condition);
-
 }  // namespace bench::kernel

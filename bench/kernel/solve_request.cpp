@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "bench/kernel/condition_measure.h"
 #include "bench/kernel/sketch_solver.h"
 
 namespace bench::kernel {

@@ -128,6 +128,7 @@ std::vector<Piece> PiecesOf(const TextEntity& text) {
   draw.cubic_to = CubicTo;
   Pen pen;
   for (const FT_ULong point : CodePoints(text.text)) {
+    if (point < U' ') continue;  // the font shows control characters as boxes
     if (FT_Load_Char(face.get(), point, FT_LOAD_NO_SCALE) != 0) throw Refusal("A character can't be drawn.");
     FT_GlyphSlot glyph = face.get()->glyph;
     if (FT_Outline_Decompose(&glyph->outline, &draw, &pen) != 0) throw Refusal("A character can't be drawn.");
