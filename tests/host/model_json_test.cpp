@@ -112,7 +112,7 @@ TEST_F(ModelJsonTest, SectionsAndTreesSurvive) {
   EXPECT_EQ(std::get<std::shared_ptr<SectionData>>(tree.Child(458)->value), after->features[0]->section);
 }
 
-TEST_F(ModelJsonTest, ImpossibleIdsAndReferencesToOtherModelsAreRefused) {
+TEST_F(ModelJsonTest, ImpossibleIdsAndReferencesToModelsThatAreGoneAreRefused) {
   before->features[1]->id = 12;
   EXPECT_THROW(ModelFromText(ModelToText(*before)), std::runtime_error);
   before->features[1]->id = 40;

@@ -154,13 +154,8 @@ TEST_F(PatternsTest, DirectionPatternIsOneFeatureOfItsLeader) {
   EXPECT_EQ(Pattern(boss_, {}), PRO_TK_NO_ERROR) << "again";
 }
 
-TEST_F(PatternsTest, SpacingAndFlipSetTheSense) {
+TEST_F(PatternsTest, AFlippedDirectionRunsTheOtherWay) {
   // Beside the plate, on the left, stands the whole boss; copies at x = -5 and -15.
-  ASSERT_EQ(Pattern(boss_, {.spacing = -10}), PRO_TK_NO_ERROR);
-  ExpectOutline({-17, 0, 0}, {40, 20, 15});
-  ProPattern pattern{};
-  ASSERT_EQ(ProFeaturePatternGet(&boss_, PRO_FEAT_PATTERN, &pattern), PRO_TK_NO_ERROR);
-  ASSERT_EQ(ProFeatureDelete(Solid(), &pattern.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
   ASSERT_EQ(Pattern(boss_, {.flip = 1}), PRO_TK_NO_ERROR);
   ExpectOutline({-17, 0, 0}, {40, 20, 15});
 }
@@ -226,6 +221,8 @@ TEST_F(PatternsTest, WrongTreesAreRefused) {
   EXPECT_NE(Mirror({Items(PRO_EDGE).front()}, right).status, PRO_TK_NO_ERROR);
   EXPECT_NE(Mirror({axis}, axis).status, PRO_TK_NO_ERROR);
   EXPECT_NE(Solidify(right).status, PRO_TK_NO_ERROR);
+  const ProFeature datum{PRO_FEATURE, part_->features.front()->id, part_};
+  EXPECT_EQ(Pattern(datum, {}), PRO_TK_GENERAL_ERROR) << "there is nothing of it to repeat";
   Tree misplaced(0, 604);
   EXPECT_NE(Create(*part_, misplaced.Root(), 1).status, PRO_TK_NO_ERROR) << "a pattern without a leader";
   EXPECT_EQ(Snapshot(*part_), before);

@@ -15,6 +15,7 @@
 #include "bench/host/instruments/call_frame.h"
 #include "bench/host/model/element_catalog.h"
 #include "bench/host/model/item_lookup.h"
+#include "bench/host/model/rigid_place.h"
 
 namespace bench {
 namespace {
@@ -28,6 +29,15 @@ ProError SetValue(ProElement element, ElementKind kind, ElementNode::Value value
   if (const auto known = KindOfElement(open->node->id); known && *known != kind) return PRO_TK_INVALID_TYPE;
   open->node->value = std::move(value);
   return PRO_TK_NO_ERROR;
+}
+
+ProError SetMatrix(ProElement element, const ProMatrix matrix) {
+  if (!matrix) return PRO_TK_BAD_INPUTS;
+  const Matrix value = MatrixOf(matrix);
+  for (const auto& row : value)
+    for (const double number : row)
+      if (!std::isfinite(number)) return PRO_TK_BAD_INPUTS;
+  return SetValue(element, ElementKind::kMatrix, value);
 }
 
 // What an element holds of that type: -4 when it holds nothing, -18 when it holds something else.
@@ -167,14 +177,13 @@ ProError ProElementCollectionSet(ProElement element, ProCollection collection) {
 
 ProError ProFeatureD3elemMatrixSet(ProElement element, ProMatrix matrix) {
   HOST_CALL(element, matrix) {
-    if (!matrix) return PRO_TK_BAD_INPUTS;
-    Matrix value{};
-    for (std::size_t row = 0; row < value.size(); ++row)
-      for (std::size_t column = 0; column < value.size(); ++column) {
-        if (!std::isfinite(matrix[row][column])) return PRO_TK_BAD_INPUTS;
-        value[row][column] = matrix[row][column];
-      }
-    return SetValue(element, ElementKind::kMatrix, value);
+    return SetMatrix(element, matrix);
+  };
+}
+
+ProError ProElementTransformSet(ProElement element, ProMatrix transform) {
+  HOST_CALL(element, transform) {
+    return SetMatrix(element, transform);
   };
 }
 

@@ -34,6 +34,16 @@ int StatusFlags(Model& model, const Feature& feature) {
 
 }  // namespace
 
+ProError ProFeatureInit(ProSolid solid, int id, ProFeature* feature) {
+  HOST_CALL(solid, id) {
+    Model* model = LiveSolid(solid);
+    if (!model || !feature) return PRO_TK_BAD_INPUTS;
+    if (!model->FindFeature(id)) return PRO_TK_E_NOT_FOUND;
+    *feature = {PRO_FEATURE, id, Handle(*model)};
+    return PRO_TK_NO_ERROR;
+  };
+}
+
 ProError ProFeatureTypeGet(ProFeature* feature, ProFeattype* type) {
   HOST_CALL(feature) {
     Feature* found = nullptr;

@@ -4,9 +4,9 @@
 #include <algorithm>
 
 #include "bench/host/calls/element_handles.h"
+#include "bench/host/features/hole_charts.h"
 #include "bench/host/instruments/call_frame.h"
 #include "bench/host/model/item_lookup.h"
-#include "bench/host/features/hole_charts.h"
 #include "bench/host/text.h"
 
 namespace bench {

@@ -4,6 +4,7 @@
 #include "bench/host/calls/array.h"
 #include "bench/host/instruments/call_frame.h"
 #include "bench/host/instruments/handles.h"
+#include "bench/host/model/component.h"
 #include "bench/host/storage/file_names.h"
 #include "bench/host/storage/model_store.h"
 #include "bench/host/text.h"
@@ -97,10 +98,26 @@ ProError ProMdlSave(ProMdl model) {
   };
 }
 
+ProError ProMdlnameBackup(ProMdl model, wchar_t* directory) {
+  HOST_CALL(model, static_cast<const wchar_t*>(directory)) {
+    Model* found = nullptr;
+    if (!directory || !*directory) return PRO_TK_BAD_INPUTS;
+    if (const ProError status = Resolve(model, found)) return status;
+    const std::wstring_view wanted = Bounded(directory, PRO_PATH_SIZE);
+    if (wanted.size() == PRO_PATH_SIZE) return PRO_TK_LINE_TOO_LONG;
+    return BackUpModel(*found, wanted);
+  };
+}
+
 ProError ProMdlErase(ProMdl model) {
   HOST_CALL(model) {
     Model* found = nullptr;
     if (const ProError status = Resolve(model, found)) return status;
+    // An assembly in session would lose what it places.
+    if (const Model* user = UserOf(*found)) {
+      TheHost().announcements.Say("refused: " + ToUtf8(user->name) + " places " + ToUtf8(found->name));
+      return PRO_TK_BAD_CONTEXT;
+    }
     TheHost().windows.Drop(*found);
     TheHost().session.Erase(*found);
     return PRO_TK_NO_ERROR;

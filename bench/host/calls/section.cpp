@@ -1,5 +1,6 @@
 #include "bench/host/calls/section.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -59,6 +60,12 @@ ProError WithEntity(ProSection handle, int id, Body&& body) {
     const auto found = section.data->entities.find(id);
     return found == section.data->entities.end() ? PRO_TK_E_NOT_FOUND : body(section, found->second);
   });
+}
+
+template <typename Condition>
+bool Concerns(const Condition& condition, int entity) {
+  return std::ranges::any_of(condition.targets,
+                             [entity](const SectionTarget& target) { return target.entity == entity; });
 }
 
 // Writes the count into a caller's list of errors, where there is one, and gives the status that goes with
@@ -148,6 +155,9 @@ ProError ProSectionEntityDelete(ProSection section, int id) {
     return WithEntity(section, id, [&](OpenSection& open, SectionEntity&) {
       open.records.erase(id);
       open.data->entities.erase(id);
+      // What held on to the entity goes with it.
+      std::erase_if(open.data->constraints, [id](const auto& entry) { return Concerns(entry.second, id); });
+      std::erase_if(open.data->dimensions, [id](const auto& entry) { return Concerns(entry.second, id); });
       return PRO_TK_NO_ERROR;
     });
   };

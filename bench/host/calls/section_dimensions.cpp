@@ -7,27 +7,15 @@
 
 #include "bench/host/calls/array.h"
 #include "bench/host/calls/section.h"
+#include "bench/host/calls/selection.h"
 #include "bench/host/features/section_solver.h"
 #include "bench/host/host.h"
 #include "bench/host/instruments/call_frame.h"
-#include "bench/host/instruments/opaque_handles.h"
 
 namespace bench {
 namespace {
 
 constexpr int kFirstPointType = 1, kLastPointType = 4;
-
-// A selection of a part of a section's entity. It is in the ledger as any other selection, and freed like
-// one.
-struct SelectedPart {
-  ProSection section = nullptr;
-  SectionTarget target;
-};
-
-OpaqueHandles<ProSelection, SelectedPart>& SelectedParts() {
-  static OpaqueHandles<ProSelection, SelectedPart> parts;
-  return parts;
-}
 
 bool IsPart(const SectionData& section, const SectionTarget& target) {
   return section.entities.contains(target.entity) && target.point >= kFirstPointType &&
@@ -41,8 +29,7 @@ std::optional<std::vector<SectionTarget>> ReadTargets(ProSection section, const 
   if (!all || count <= 0 || static_cast<int>(all->size()) != count) return std::nullopt;
   std::vector<SectionTarget> targets;
   for (const ProSelection selection : *all) {
-    if (!TheHost().ledger.Check(selection, HandleKind::kSelection, CurrentCall())) return std::nullopt;
-    const SelectedPart* part = SelectedParts().Find(selection);
+    const SelectedPart* part = PartSelected(selection);
     if (!part || part->section != section) return std::nullopt;
     targets.push_back(part->target);
   }
@@ -73,8 +60,7 @@ ProError ProSectionEntityGetSelected(ProSection section, int entity, ProSectionP
     const SectionTarget target{entity, static_cast<int>(point)};
     if (!data->entities.contains(entity)) return PRO_TK_E_NOT_FOUND;
     if (!IsPart(*data, target)) return PRO_TK_BAD_INPUTS;
-    *selection = SelectedParts().Enter({section, target});
-    TheHost().ledger.Give(*selection, HandleKind::kSelection, CurrentCall());
+    *selection = NewSelection(SelectedPart{section, target});
     return PRO_TK_NO_ERROR;
   };
 }
@@ -87,6 +73,7 @@ ProError ProSectionConstraintCreate(ProSection section, ProSelection* references
     if (!data) return PRO_TK_INVALID_PTR;
     const auto targets = ReadTargets(section, references, count);
     if (!targets) return PRO_TK_BAD_INPUTS;
+    if (!data->intent_manager) return PRO_TK_BAD_CONTEXT;
     SectionData candidate = *data;
     const int id = candidate.next_constraint++;
     candidate.constraints[id] = {static_cast<int>(type), *targets};
@@ -98,7 +85,9 @@ ProError ProSectionConstraintCreate(ProSection section, ProSelection* references
 
 ProError ProSecdimCreate(ProSection section, int* entities, ProSectionPointType* points, int count,
                          ProSecdimType type, Pro2dPnt place, int* dimension) {
-  HOST_CALL(section, count, static_cast<int>(type)) {
+  const int first = entities && count > 0 ? entities[0] : -1;
+  const int first_point = points && count > 0 ? static_cast<int>(points[0]) : 0;
+  HOST_CALL(section, first, first_point, count, static_cast<int>(type)) {
     if (!section || !entities || !points || count <= 0 || !place || !dimension) return PRO_TK_BAD_INPUTS;
     const SectionData* data = UseSection(section);
     if (!data) return PRO_TK_INVALID_PTR;

@@ -1,6 +1,9 @@
 #include "bench/host/calls/selection.h"
 
+#include <unordered_map>
+
 #include "bench/host/calls/array.h"
+#include "bench/host/calls/component_path.h"
 #include "bench/host/calls/reference.h"
 #include "bench/host/host.h"
 #include "bench/host/instruments/call_frame.h"
@@ -15,23 +18,63 @@ OpaqueHandles<ProSelection, ProModelitem>& Selections() {
   return selections;
 }
 
+OpaqueHandles<ProSelection, SelectedPart>& Parts() {
+  static OpaqueHandles<ProSelection, SelectedPart> parts;
+  return parts;
+}
+
+std::unordered_map<ProSelection, ProAsmcomppath>& ComponentPaths() {
+  static std::unordered_map<ProSelection, ProAsmcomppath> paths;
+  return paths;
+}
+
+template <typename Handles, typename Selected>
+ProSelection Enter(Handles& handles, const Selected& selected) {
+  const ProSelection selection = handles.Enter(selected);
+  TheHost().ledger.Give(selection, HandleKind::kSelection, CurrentCall());
+  return selection;
+}
+
+bool IsLive(ProSelection selection) {
+  return selection && TheHost().ledger.Check(selection, HandleKind::kSelection, CurrentCall());
+}
+
 bool Free(ProSelection selection) {
   if (!TheHost().ledger.TakeBack(selection, HandleKind::kSelection, CurrentCall())) return false;
   Selections().Remove(selection);
+  Parts().Remove(selection);
+  ComponentPaths().erase(selection);
   return true;
 }
 
 }  // namespace
 
 ProSelection NewSelection(const ProModelitem& item) {
-  const ProSelection selection = Selections().Enter(item);
-  TheHost().ledger.Give(selection, HandleKind::kSelection, CurrentCall());
+  return Enter(Selections(), item);
+}
+
+ProSelection NewSelection(const SelectedPart& part) {
+  return Enter(Parts(), part);
+}
+
+ProSelection NewSelection(const ProModelitem& item, const ProAsmcomppath& path) {
+  const ProSelection selection = NewSelection(item);
+  if (path.table_num > 0) ComponentPaths()[selection] = path;
   return selection;
 }
 
+ProAsmcomppath PathSelected(ProSelection selection) {
+  if (const auto path = ComponentPaths().find(selection); path != ComponentPaths().end()) return path->second;
+  const ProModelitem* item = Selections().Find(selection);
+  return {item ? item->owner : nullptr, {}, 0};
+}
+
 const ProModelitem* SelectedItem(ProSelection selection) {
-  if (!selection || !TheHost().ledger.Check(selection, HandleKind::kSelection, CurrentCall())) return nullptr;
-  return Selections().Find(selection);
+  return IsLive(selection) ? Selections().Find(selection) : nullptr;
+}
+
+const SelectedPart* PartSelected(ProSelection selection) {
+  return IsLive(selection) ? Parts().Find(selection) : nullptr;
 }
 
 }  // namespace bench
@@ -42,7 +85,14 @@ ProError ProSelectionAlloc(ProAsmcomppath* path, ProModelitem* item, ProSelectio
   HOST_CALL(path, item) {
     if (!item || !selection) return PRO_TK_BAD_INPUTS;
     if (!ItemExists(*item)) return PRO_TK_E_NOT_FOUND;
-    *selection = NewSelection(*item);
+    if (!path) {
+      *selection = NewSelection(*item);
+      return PRO_TK_NO_ERROR;
+    }
+    PathEnd end;
+    if (const ProError status = EndOf(*path, end)) return status;
+    if (end.model != item->owner) return PRO_TK_BAD_INPUTS;
+    *selection = NewSelection(*item, *path);
     return PRO_TK_NO_ERROR;
   };
 }
@@ -79,12 +129,21 @@ ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* item) {
   };
 }
 
+ProError ProSelectionAsmcomppathGet(ProSelection selection, ProAsmcomppath* path) {
+  HOST_CALL(selection) {
+    if (!selection || !path) return PRO_TK_BAD_INPUTS;
+    if (!SelectedItem(selection)) return PRO_TK_INVALID_PTR;
+    *path = PathSelected(selection);
+    return PRO_TK_NO_ERROR;
+  };
+}
+
 ProError ProSelectionCopy(ProSelection from, ProSelection* to) {
   HOST_CALL(from) {
     if (!from || !to) return PRO_TK_BAD_INPUTS;
     const ProModelitem* item = SelectedItem(from);
     if (!item) return PRO_TK_INVALID_PTR;
-    *to = NewSelection(ProModelitem(*item));
+    *to = NewSelection(ProModelitem(*item), PathSelected(from));
     return PRO_TK_NO_ERROR;
   };
 }

@@ -42,6 +42,13 @@ ProError ProWindowRepaint(int window) {
   };
 }
 
+ProError ProWindowRefresh(int window) {
+  HOST_CALL(window) {
+    if (window == kCurrentWindow) return PRO_TK_NO_ERROR;
+    return TheHost().windows.Exists(window) ? PRO_TK_NO_ERROR : PRO_TK_BAD_INPUTS;
+  };
+}
+
 ProError ProWindowDelete(int window) {
   HOST_CALL(window) {
     if (window == WindowList::kBaseWindow) return PRO_TK_BAD_CONTEXT;

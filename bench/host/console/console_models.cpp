@@ -8,6 +8,8 @@
 #include "bench/host/console/console.h"
 #include "bench/host/features/regeneration.h"
 #include "bench/host/host.h"
+#include "bench/host/model/component.h"
+#include "bench/host/model/extent.h"
 #include "bench/host/model/surface_types.h"
 #include "bench/host/model/units.h"
 #include "bench/host/storage/file_names.h"
@@ -42,8 +44,9 @@ void ShowModels(ConsoleWords, const ConsoleSay& say) {
     if (const auto window = host.windows.WindowOf(*model)) line += ", window " + std::to_string(*window);
     if (model == host.windows.CurrentModel()) line += ", current";
     if (model->modified) line += ", modified";
-    if (const auto& mass = model->topology.mass) line += ", volume " + Show(mass->volume) + " mm³";
-    if (const auto& box = model->topology.outline) {
+    const Extent extent = ExtentOf(*model);
+    if (extent.volume) line += ", volume " + Show(*extent.volume) + " mm³";
+    if (const auto& box = extent.outline) {
       const Vector3 size{box->high[0] - box->low[0], box->high[1] - box->low[1], box->high[2] - box->low[2]};
       line += ", size " + Show(size, " x ") + " mm";
     }
@@ -74,8 +77,8 @@ void ShowTree(ConsoleWords, const ConsoleSay& say) {
   }
 }
 
-void ShowFaces(ConsoleWords, const ConsoleSay& say) {
-  const Model& model = RequireCurrentModel();
+// A line for each face of the model itself, in the order of the ids.
+std::vector<std::pair<int, std::string>> FaceLines(const Model& model) {
   std::vector<std::pair<int, std::string>> lines;
   for (const FaceInfo& face : model.topology.faces) {
     const auto id = model.ids_of_keys.find(face.key);
@@ -86,7 +89,15 @@ void ShowFaces(ConsoleWords, const ConsoleSay& say) {
                                        " mm, feature " + std::to_string(face.feature));
   }
   std::ranges::sort(lines);
-  for (const auto& [id, line] : lines) say(line);
+  return lines;
+}
+
+void ShowFaces(ConsoleWords, const ConsoleSay& say) {
+  const Model& model = RequireCurrentModel();
+  for (const Feature* feature : ActiveComponents(model))
+    for (const auto& [id, line] : FaceLines(*PlacedModel(*feature->component)))
+      say(std::to_string(feature->id) + "/" + line);
+  for (const auto& [id, line] : FaceLines(model)) say(line);
 }
 
 // A unit that is tried on a model, and set back unless it is kept.

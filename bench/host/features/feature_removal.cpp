@@ -21,21 +21,27 @@ bool DependsOn(const Feature& feature, const std::set<int>& ids) {
   return std::ranges::any_of(feature.parents, [&](int parent) { return ids.contains(parent); });
 }
 
-// The ids together with those of all features that stand on them, directly or not. Parents come before their
-// children in a model, so one walk finds all.
+// The ids together with those of all features that stand on them, directly or not. A component may be held to
+// one behind it, so one walk doesn't find all.
 std::set<int> WithDependants(const Model& model, std::set<int> ids) {
-  for (const auto& feature : model.features)
-    if (DependsOn(*feature, ids)) ids.insert(feature->id);
+  for (std::size_t before = 0; before != ids.size();) {
+    before = ids.size();
+    for (const auto& feature : model.features)
+      if (DependsOn(*feature, ids)) ids.insert(feature->id);
+  }
   return ids;
 }
 
 // The ids together with those of all suppressed features that they stand on.
 std::set<int> WithSuppressedParents(const Model& model, std::set<int> ids) {
-  for (auto feature = model.features.rbegin(); feature != model.features.rend(); ++feature) {
-    if (!ids.contains((*feature)->id)) continue;
-    for (const int parent : (*feature)->parents) {
-      const auto found = std::ranges::find(model.features, parent, [](const auto& each) { return each->id; });
-      if (found != model.features.end() && (*found)->status == PRO_FEAT_SUPPRESSED) ids.insert(parent);
+  for (std::size_t before = 0; before != ids.size();) {
+    before = ids.size();
+    for (auto feature = model.features.rbegin(); feature != model.features.rend(); ++feature) {
+      if (!ids.contains((*feature)->id)) continue;
+      for (const int parent : (*feature)->parents) {
+        const auto found = std::ranges::find(model.features, parent, [](const auto& each) { return each->id; });
+        if (found != model.features.end() && (*found)->status == PRO_FEAT_SUPPRESSED) ids.insert(parent);
+      }
     }
   }
   return ids;

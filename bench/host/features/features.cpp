@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "bench/host/features/component.h"
 #include "bench/host/features/feature_kind.h"
 #include "bench/host/features/regeneration.h"
 #include "bench/host/host.h"
@@ -150,10 +151,11 @@ FeatureOutcome CreateFeature(Model& model, const ElementNode& tree, const std::s
 
 FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode& tree,
                                const std::set<int>& options) {
-  if (!feature.tree)
+  if (!feature.tree && !feature.component)
     return bench::Refused(PRO_TK_BAD_CONTEXT, feature.id, "a datum of the template has no recipe");
   if (feature.status == PRO_FEAT_SUPPRESSED)
     return bench::Refused(PRO_TK_BAD_CONTEXT, feature.id, "a suppressed feature can't be redefined");
+  if (feature.component) return RedefineComponent(model, feature, tree);
   const FeatureKind* kind = FeatureKind::Of(tree);
   if (!kind || kind != FeatureKind::Of(*feature.tree))
     return Refused({kFeatureTypeElement, "names another kind of feature"});
@@ -204,6 +206,7 @@ FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode
 }
 
 std::unique_ptr<ElementNode> ExtractTree(const Feature& feature) {
+  if (feature.component) return ComponentTree(feature);
   if (!feature.tree) return nullptr;
   auto tree = feature.tree->Clone();
   const FeatureKind* kind = FeatureKind::Of(*tree);

@@ -185,6 +185,11 @@ class PatternKind : public FeatureKind {
   std::optional<TreeProblem> Place(Model& model, Feature& feature) const override {
     if (auto problem = FeatureKind::Place(model, feature)) return problem;
     if (feature.members.empty()) return TreeProblem{kTree, "needs a leader"};
+    const auto can_be_made = [&](int member) {
+      const Feature* made = model.FindFeature(member);
+      return made && made->tree;
+    };
+    if (std::ranges::none_of(feature.members, can_be_made)) return TreeProblem{kTree, "repeats nothing"};
     for (const int member : feature.members)
       if (std::ranges::find(feature.parents, member) == feature.parents.end())
         feature.parents.push_back(member);

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <unordered_map>
 
+#include "bench/host/features/component_placement.h"
 #include "bench/host/features/dimensions.h"
 #include "bench/host/features/feature_kind.h"
 #include "bench/host/features/placement.h"
@@ -220,7 +221,10 @@ std::set<int> NewlyRefused(const std::vector<Feature*>& features, const Geometry
   return refused;
 }
 
-ProError Regenerate(Model& model) {
+namespace {
+
+ProError RegenerateAlone(Model& model) {
+  if (model.type == PRO_MDL_ASSEMBLY) return PlaceComponents(model);
   const auto features = FeaturesOf(model);
   auto geometry = Compute(model, features);
   if (!geometry) return PRO_TK_COMM_ERROR;
@@ -230,6 +234,15 @@ ProError Regenerate(Model& model) {
   if (!refused.empty()) return PRO_TK_GENERAL_ERROR;
   Commit(model, std::move(geometry));
   return PRO_TK_NO_ERROR;
+}
+
+}  // namespace
+
+ProError Regenerate(Model& model) {
+  // What an assembly places comes first: its faces hold others.
+  for (Model* placed : ModelsPlacedIn(model))
+    if (const ProError status = RegenerateAlone(*placed)) return status;
+  return RegenerateAlone(model);
 }
 
 }  // namespace bench

@@ -55,8 +55,9 @@ void Commit(Model& model, std::shared_ptr<const Geometry> geometry);
 // Those of the refused features that were not known to fail already.
 std::set<int> NewlyRefused(const std::vector<Feature*>& features, const Geometry& geometry);
 
-// Regenerates the model. A status other than 0 leaves it as it was: the kernel gave no answer, or a feature
-// that stood can't be made any more.
+// Regenerates the model; an assembly after the models that it places, and puts its components where they are
+// held. A status other than 0 leaves it as it was: the kernel gave no answer, or a feature that stood can't be
+// made any more, or a component can't be held.
 ProError Regenerate(Model& model);
 
 }  // namespace bench

@@ -1,7 +1,6 @@
 // The sweep: a section of its own on the crosshairs of a trajectory, moved along it.
 //
 // The trajectory is the curves of one sketch, or one of them, and stays tied to that sketch.
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -45,16 +44,6 @@ bool IsCut(const ElementNode& tree) {
   return IntegerAt(tree, {2023}) == kCut;
 }
 
-const Feature* OwnerOf(const Model& model, const ItemReference& item) {
-  for (const auto& feature : model.features) {
-    const bool owns = std::ranges::any_of(feature->items, [&](const GeometryItem& each) {
-      return each.type == item.type && each.id == item.id;
-    });
-    if (item.type == PRO_FEATURE ? feature->id == item.id : owns) return feature.get();
-  }
-  return nullptr;
-}
-
 std::vector<ItemReference> TrajectoryItems(const ElementNode& tree) {
   std::vector<ItemReference> items;
   for (const auto& instruction : std::get<Collection>(tree.Find(kToTrajectory)->value).instructions)
@@ -66,7 +55,7 @@ std::vector<ItemReference> TrajectoryItems(const ElementNode& tree) {
 const Feature* PathOf(const Model& model, const ElementNode& tree) {
   const Feature* path = nullptr;
   for (const ItemReference& item : TrajectoryItems(tree)) {
-    const Feature* owner = OwnerOf(model, item);
+    const Feature* owner = model.OwnerOf(item.type, item.id);
     if (!owner || owner->type != kSketchedCurveType || !owner->section || (path && path != owner))
       return nullptr;
     path = owner;
@@ -90,6 +79,12 @@ SectionData TrajectorySection(const Model& model, const ElementNode& tree, const
   }
   std::erase_if(section.entities, [&](const auto& entry) { return !chosen.contains(entry.first); });
   return section;
+}
+
+// What gives the start direction, of a tree that asks for one.
+const Feature* StartPlane(const Model& model, const ElementNode& tree) {
+  const ItemReference item = ItemsAt(tree, kToReference).front();
+  return model.OwnerOf(item.type, item.id);
 }
 
 // A new child, unless there is one of that id already.
@@ -126,7 +121,7 @@ class SweepKind : public FeatureKind {
     if (auto problem = FeatureKind::Place(model, feature)) return problem;
     if (!PathOf(model, *feature.tree)) return TreeProblem{kTrajectory, "needs the curves of one sketch"};
     if (!HasUserStart(*feature.tree)) return std::nullopt;
-    const Feature* plane = OwnerOf(model, ItemsAt(*feature.tree, kToReference).front());
+    const Feature* plane = StartPlane(model, *feature.tree);
     if (!plane || plane->type != kDatumPlaneType)
       return TreeProblem{kDirectionReference, "is no datum plane"};
     return std::nullopt;
@@ -203,7 +198,7 @@ class SweepKind : public FeatureKind {
 
  private:
   static Vector3 StartDirection(const Model& model, const ElementNode& tree) {
-    const Feature* plane = OwnerOf(model, ItemsAt(tree, kToReference).front());
+    const Feature* plane = StartPlane(model, tree);
     const Vector3 normal = plane ? plane->plane.Normal() : Vector3{0, 0, 1};
     const double way = IntegerAt(tree, kToFlip) == kTurnedRound ? -1 : 1;
     // Without negative zeros, which would make equal directions different recipes.

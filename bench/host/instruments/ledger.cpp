@@ -44,6 +44,8 @@ const char* Name(HandleKind kind) {
       return "section";
     case HandleKind::kSectionErrors:
       return "section errors";
+    case HandleKind::kConstraint:
+      return "component constraint";
   }
   return "handle";
 }

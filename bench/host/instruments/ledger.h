@@ -23,7 +23,8 @@ enum class HandleKind {
   kSurfaceInstruction,
   kSurfaceReference,
   kSection,
-  kSectionErrors
+  kSectionErrors,
+  kConstraint
 };
 
 const char* Name(HandleKind kind);

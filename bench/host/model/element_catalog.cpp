@@ -16,6 +16,9 @@ std::optional<ElementKind> KindOfElement(int id) {
       {2023, kInteger},  // material removal
       {3176, kInteger},  // thin
       {436, kInteger},   // direction
+      // components
+      {605, kCompound},  // constraints
+      {611, kMatrix},    // initial position
       // sections
       {447, kCompound},   // standard section
       {450, kCompound},   // setup

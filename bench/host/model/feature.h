@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/host/model/component.h"
 #include "bench/host/model/element_tree.h"
 #include "bench/host/model/vector3.h"
 
@@ -44,6 +45,7 @@ struct Feature {
   std::vector<int> parents;  // ids of the features that it stands on
   std::vector<int> members;  // of a group: its features; of a pattern: the feature or group that leads it
   std::vector<GeometryItem> items;
+  std::unique_ptr<Component> component;  // of component features: what they place; null for all others
 };
 
 }  // namespace bench

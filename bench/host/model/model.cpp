@@ -29,6 +29,10 @@ Feature* Model::OwnerOf(ProType type, int id) {
   return nullptr;
 }
 
+const Feature* Model::OwnerOf(ProType type, int id) const {
+  return const_cast<Model*>(this)->OwnerOf(type, id);
+}
+
 GeometryItem* Model::FindItem(ProType type, int id) {
   for (const auto& feature : features)
     for (GeometryItem& item : feature->items)

@@ -40,6 +40,7 @@ struct Model {
   Feature* FindFeature(int id);
   // The feature that owns the item of that type and id, or null.
   Feature* OwnerOf(ProType type, int id);
+  const Feature* OwnerOf(ProType type, int id) const;
   GeometryItem* FindItem(ProType type, int id);
 };
 

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "bench/host/host.h"
 #include "bench/host/model/units.h"
 #include "bench/host/storage/file_names.h"
 #include "bench/host/storage/section_json.h"
@@ -23,6 +24,12 @@ struct Overloaded : Visitors... {
   using Visitors::operator()...;
 };
 
+std::optional<ProMdlType> TypeOfWord(std::string_view word) {
+  for (const ProMdlType type : {PRO_MDL_PART, PRO_MDL_ASSEMBLY, PRO_MDL_DRAWING})
+    if (word == Word(type)) return type;
+  return std::nullopt;
+}
+
 Json VectorToJson(const Vector3& vector) {
   return Json::array({NumberToJson(vector[0]), NumberToJson(vector[1]), NumberToJson(vector[2])});
 }
@@ -34,20 +41,31 @@ Vector3 VectorFromJson(const Json& json) {
 Json ReferencesToJson(const std::vector<ItemReference>& references, const Model& model) {
   Json list = Json::array();
   for (const ItemReference& reference : references) {
-    if (reference.owner && reference.owner != &model)
-      throw std::runtime_error("a feature refers to another model");
-    list.push_back({{"type", static_cast<int>(reference.type)},
-                    {"id", reference.id},
-                    {"owned", reference.owner != nullptr}});
+    Json& json = list.emplace_back(Json{{"type", static_cast<int>(reference.type)},
+                                        {"id", reference.id},
+                                        {"owned", reference.owner != nullptr}});
+    if (!reference.owner || reference.owner == &model) continue;
+    const Model* owner = TheHost().session.Find(reference.owner);
+    if (!owner) throw std::runtime_error("a feature refers to a model that is gone");
+    json["model"] = ToUtf8(owner->name);
+    json["model_type"] = Word(owner->type);
   }
   return list;
+}
+
+// The model that a reference names, if it is in session; without a name the reference is to the model itself.
+ProMdl OwnerFromJson(const Json& reference, Model& model) {
+  if (!reference.contains("model")) return &model;
+  const auto type = TypeOfWord(reference.at("model_type").get<std::string>());
+  if (!type) throw std::runtime_error("a reference names no model");
+  return TheHost().session.FindByName(FromUtf8(reference.at("model").get<std::string>()), *type);
 }
 
 std::vector<ItemReference> ReferencesFromJson(const Json& json, Model& model) {
   std::vector<ItemReference> references;
   for (const Json& each : json)
     references.push_back({static_cast<ProType>(each.at("type").get<int>()), each.at("id").get<int>(),
-                          each.at("owned").get<bool>() ? &model : nullptr});
+                          each.at("owned").get<bool>() ? OwnerFromJson(each, model) : nullptr});
   return references;
 }
 
@@ -128,6 +146,53 @@ std::unique_ptr<ElementNode> TreeFromJson(const Json& json, const Feature& featu
   return node;
 }
 
+Json PlacedItemToJson(const std::optional<PlacedItem>& item) {
+  if (!item) return nullptr;
+  return {{"path", item->path}, {"type", static_cast<int>(item->type)}, {"id", item->id}};
+}
+
+std::optional<PlacedItem> PlacedItemFromJson(const Json& json) {
+  if (json.is_null()) return std::nullopt;
+  PlacedItem item{json.at("path").get<std::vector<int>>(), static_cast<ProType>(json.at("type").get<int>()),
+                  json.at("id").get<int>()};
+  if (item.path.size() > PRO_MAX_ASSEM_LEVEL) throw std::runtime_error("a component path is too deep");
+  return item;
+}
+
+Json ComponentToJson(const Component& component) {
+  Json constraints = Json::array();
+  for (const ComponentConstraint& constraint : component.constraints)
+    constraints.push_back({{"type", constraint.type},
+                           {"on_assembly", PlacedItemToJson(constraint.on_assembly)},
+                           {"on_component", PlacedItemToJson(constraint.on_component)},
+                           {"offset", constraint.offset ? NumberToJson(*constraint.offset) : Json()}});
+  return {{"model", ToUtf8(NameOfPlaced(component))},
+          {"type", Word(component.type)},
+          {"place", MatrixToJson(component.place)},
+          {"placed", component.placed},
+          {"constraints", std::move(constraints)}};
+}
+
+std::unique_ptr<Component> ComponentFromJson(const Json& json) {
+  auto component = std::make_unique<Component>();
+  component->name = FromUtf8(json.at("model").get<std::string>());
+  const auto type = TypeOfWord(json.at("type").get<std::string>());
+  if (!type || *type == PRO_MDL_DRAWING) throw std::runtime_error("a component is neither part nor assembly");
+  component->type = *type;
+  const auto place = PlaceIn(MatrixFromJson(json.at("place")));
+  if (!place) throw std::runtime_error("a component has no possible place");
+  component->place = *place;
+  component->placed = json.at("placed").get<bool>();
+  for (const Json& each : json.at("constraints")) {
+    ComponentConstraint& constraint = component->constraints.emplace_back();
+    constraint.type = each.at("type").get<int>();
+    constraint.on_assembly = PlacedItemFromJson(each.at("on_assembly"));
+    constraint.on_component = PlacedItemFromJson(each.at("on_component"));
+    if (const Json& offset = each.at("offset"); !offset.is_null()) constraint.offset = NumberFromJson(offset);
+  }
+  return component;
+}
+
 Json FeatureToJson(const Feature& feature, const Model& model) {
   Json items = Json::array();
   for (const GeometryItem& item : feature.items)
@@ -151,7 +216,8 @@ Json FeatureToJson(const Feature& feature, const Model& model) {
           {"tree", feature.tree ? TreeToJson(*feature.tree, feature, model) : Json()},
           {"setup", feature.setup ? TreeToJson(*feature.setup, feature, model) : Json()},
           {"sketch", feature.sketch},
-          {"items", std::move(items)}};
+          {"items", std::move(items)},
+          {"component", feature.component ? ComponentToJson(*feature.component) : Json()}};
 }
 
 std::unique_ptr<Feature> FeatureFromJson(const Json& json, Model& model) {
@@ -177,6 +243,9 @@ std::unique_ptr<Feature> FeatureFromJson(const Json& json, Model& model) {
     feature->items.push_back({static_cast<ProType>(item.at("type").get<int>()), item.at("id").get<int>(),
                               item.at("key").get<std::string>(), item.at("alive").get<bool>(),
                               FromUtf8(item.at("name").get<std::string>())});
+  // Files from before there were components have none.
+  if (const auto component = json.find("component"); component != json.end() && !component->is_null())
+    feature->component = ComponentFromJson(*component);
   return feature;
 }
 
@@ -232,12 +301,6 @@ void CheckIds(const Model& model) {
     for (const GeometryItem& item : feature->items) check(item.id);
   }
   for (const auto& [key, id] : model.ids_of_keys) check(id);
-}
-
-std::optional<ProMdlType> TypeOfWord(std::string_view word) {
-  for (const ProMdlType type : {PRO_MDL_PART, PRO_MDL_ASSEMBLY, PRO_MDL_DRAWING})
-    if (word == Word(type)) return type;
-  return std::nullopt;
 }
 
 ProMdlType ReadHead(const Json& json) {

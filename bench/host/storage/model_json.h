@@ -10,7 +10,7 @@
 
 namespace bench {
 
-// Throws when the model can't be told in full (a tree that refers to another model).
+// Throws when the model can't be told in full (a tree that refers to a model that is gone).
 std::string ModelToText(const Model& model);
 
 // A model with the name, features, ids and names of the file; its directory is the caller's to set. Throws,

@@ -33,6 +33,7 @@ std::unique_ptr<Model> ReadModelFile(const std::wstring& path, ProMdlType type) 
 // Geometry is not kept in files. A model whose geometry can't be had just now comes into session all the
 // same: its recipes are intact, and the next regeneration may succeed.
 void RestoreGeometry(Model& model) {
+  // What an assembly places has its geometry by now, and lies where the file says.
   if (model.type != PRO_MDL_PART) return;
   std::string failure;
   try {
@@ -44,11 +45,7 @@ void RestoreGeometry(Model& model) {
     Complain("the geometry of " + ToUtf8(model.name) + " could not be made again: " + failure);
 }
 
-}  // namespace
-
-ProError SaveModel(Model& model) {
-  const bool has_place = !model.directory.empty() && !model.renamed_since_save;
-  const std::wstring directory = has_place ? model.directory : WorkingDirectory();
+ProError SaveInto(Model& model, const std::wstring& directory) {
   if (!WriteNextVersion(directory, model.name, model.type, ModelToText(model))) return PRO_TK_CANT_WRITE;
   model.directory = directory;
   model.renamed_since_save = false;
@@ -56,14 +53,35 @@ ProError SaveModel(Model& model) {
   return PRO_TK_NO_ERROR;
 }
 
-ProError RetrieveModel(std::wstring_view name, ProMdlType type, Model*& model) {
+ProError SaveAlone(Model& model) {
+  const bool has_place = !model.directory.empty() && !model.renamed_since_save;
+  return SaveInto(model, has_place ? model.directory : WorkingDirectory());
+}
+
+ProError RetrieveFrom(const std::wstring& directory, std::wstring_view name, ProMdlType type, Model*& model);
+
+void RetrieveComponents(Model& assembly) {
+  for (const auto& feature : assembly.features) {
+    if (!feature->component) continue;
+    Component& component = *feature->component;
+    Model* placed = nullptr;
+    RetrieveFrom(assembly.directory, component.name, component.type, placed);
+    if (placed && !Contains(*placed, assembly)) {
+      component.model = placed;
+      continue;
+    }
+    Complain("component " + std::to_string(feature->id) + " of " + ToUtf8(assembly.name) +
+             (placed ? " would put it into itself: " : " is missing: ") + ToUtf8(component.name));
+  }
+}
+
+ProError RetrieveFrom(const std::wstring& directory, std::wstring_view name, ProMdlType type, Model*& model) {
   Session& session = TheHost().session;
   const std::wstring bare = Upper(WithoutExtension(name, type));
   if (Model* in_session = session.FindByName(bare, type)) {
     model = in_session;
     return PRO_TK_NO_ERROR;
   }
-  const std::wstring directory = WorkingDirectory();
   const auto versions = VersionsOf(directory, bare, type);
   if (versions.empty()) return PRO_TK_E_NOT_FOUND;
   auto read = ReadModelFile(versions.back().path, type);
@@ -73,9 +91,31 @@ ProError RetrieveModel(std::wstring_view name, ProMdlType type, Model*& model) {
   read->name = bare;
   read->directory = directory;
   model = &session.Add(std::move(read));
+  RetrieveComponents(*model);
   RestoreGeometry(*model);
   model->modified = false;
   return PRO_TK_NO_ERROR;
+}
+
+}  // namespace
+
+ProError SaveModel(Model& model) {
+  for (Model* placed : ModelsPlacedIn(model))
+    if (placed->modified)
+      if (const ProError status = SaveAlone(*placed)) return status;
+  return SaveAlone(model);
+}
+
+ProError BackUpModel(Model& model, std::wstring_view directory) {
+  const std::wstring target(directory);
+  if (!DirectoryExists(target)) return PRO_TK_INVALID_DIR;
+  for (Model* placed : ModelsPlacedIn(model))
+    if (const ProError status = SaveInto(*placed, target)) return status;
+  return SaveInto(model, target);
+}
+
+ProError RetrieveModel(std::wstring_view name, ProMdlType type, Model*& model) {
+  return RetrieveFrom(WorkingDirectory(), name, type, model);
 }
 
 bool IsNameTaken(std::wstring_view name, ProMdlType type) {
