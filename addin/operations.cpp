@@ -1,5 +1,6 @@
 #include "addin/operations.h"
 
+#include "addin/ops/assembly/registration.h"
 #include "addin/ops/document/documents.h"
 #include "addin/ops/document/undo_redo.h"
 #include "addin/ops/exchange/export.h"
@@ -18,6 +19,7 @@ CreoMcpProvider BuildProvider() {
   parameters::RegisterParameterOperations(provider);
   sketch::RegisterSketchOperations(provider);
   feature::RegisterFeatureOperations(provider);
+  assembly::RegisterAssemblyOperations(provider);
   macros::RegisterMacroOperations(provider);
   provider.FillMissingOperations();
   return provider;

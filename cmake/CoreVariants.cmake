@@ -17,6 +17,11 @@ function(add_core_variant name)
   endforeach()
   # The pure files of families that otherwise speak with the host.
   list(APPEND sources
+    "${PROJECT_SOURCE_DIR}/addin/ops/assembly/constraint_words.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/assembly/ir_references.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/assembly/occurrence_names.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/assembly/pose_arithmetic.cpp"
+    "${PROJECT_SOURCE_DIR}/addin/ops/assembly/pose_text.cpp"
     "${PROJECT_SOURCE_DIR}/addin/ops/feature/feature_names.cpp"
     "${PROJECT_SOURCE_DIR}/addin/ops/feature/hole_charts.cpp"
     "${PROJECT_SOURCE_DIR}/addin/ops/feature/rotation_matrix.cpp"

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <ProArray.h>
+#include <ProAsmcomp.h>
 #include <ProCollect.h>
 #include <ProElement.h>
 #include <ProReference.h>
@@ -67,6 +68,12 @@ inline void FreeSelections(ProSelection*& selections) {
 inline void FreeReference(ProReference& reference) {
   ProReferenceFree(reference);
 }
+inline void FreeConstraint(ProAsmcompconstraint& constraint) {
+  ProAsmcompconstraintFree(constraint);
+}
+inline void FreeConstraints(ProAsmcompconstraint*& constraints) {
+  ProAsmcompconstraintArrayFree(constraints);
+}
 inline void FreeSectionErrors(ProWSecerror& errors) {
   ProSecerrorFree(&errors);
 }
@@ -94,6 +101,9 @@ using OwnedCollection = Owned<ProCollection, owned_detail::FreeCollection>;
 using OwnedCurveInstruction = Owned<ProCrvcollinstr, owned_detail::FreeCurveInstruction>;
 using OwnedSurfaceInstruction = Owned<ProSrfcollinstr, owned_detail::FreeSurfaceInstruction>;
 using OwnedSurfaceReference = Owned<ProSrfcollref, owned_detail::FreeSurfaceReference>;
+using OwnedConstraint = Owned<ProAsmcompconstraint, owned_detail::FreeConstraint>;
+// An array that owns the constraints in it.
+using OwnedConstraints = Owned<ProAsmcompconstraint*, owned_detail::FreeConstraints>;
 using OwnedSectionErrors = Owned<ProWSecerror, owned_detail::FreeSectionErrors>;
 
 // An expandable array of `T`.
@@ -126,6 +136,11 @@ class OwnedArray {
     const ProError status = ProArrayObjectAdd(&array, -1, 1, &object);
     array_ = static_cast<T*>(array);
     return status;
+  }
+
+  // A new array of just `object`.
+  bool HoldOne(T object) {
+    return Allocate(0) == PRO_TK_NO_ERROR && array_ != nullptr && Append(object) == PRO_TK_NO_ERROR;
   }
 
   // The number of objects; 0 for no array and for one that can't be asked.

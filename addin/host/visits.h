@@ -50,6 +50,41 @@ ProError VisitFeatures(ProMdl model, Action&& action) {
       ProSolidFeatVisit(static_cast<ProSolid>(model), &Step::template Step<ProFeature>, nullptr, &visit));
 }
 
+// The same for the features that `filter(ProFeature*) -> ProError` answers with 0; the others are skipped.
+// After an exception of the filter nothing more is visited, and it is thrown again here.
+template <typename Filter, typename Action>
+ProError VisitFeatures(ProMdl model, Filter&& filter, Action&& action) {
+  struct Both {
+    Filter& filter;
+    Action& action;
+    std::exception_ptr exception;
+
+    static ProError Choose(ProFeature* feature, ProAppData data) {
+      auto& both = *static_cast<Both*>(data);
+      if (both.exception) return PRO_TK_CONTINUE;
+      try {
+        return both.filter(feature);
+      } catch (...) {
+        both.exception = std::current_exception();
+        return PRO_TK_CONTINUE;
+      }
+    }
+    static ProError Step(ProFeature* feature, ProError status, ProAppData data) {
+      auto& both = *static_cast<Both*>(data);
+      try {
+        return both.action(feature, status);
+      } catch (...) {
+        both.exception = std::current_exception();
+        return PRO_TK_GENERAL_ERROR;
+      }
+    }
+  };
+  Both both{filter, action, nullptr};
+  const ProError status = ProSolidFeatVisit(static_cast<ProSolid>(model), &Both::Step, &Both::Choose, &both);
+  if (both.exception) std::rethrow_exception(both.exception);
+  return status;
+}
+
 // `action(ProSurface, ProError filter_status) -> ProError`, for each surface of the model's solid.
 template <typename Action>
 ProError VisitSurfaces(ProMdl model, Action&& action) {

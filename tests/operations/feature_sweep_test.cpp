@@ -20,6 +20,7 @@ constexpr const wchar_t* kSweep = L"api_feature_sweep";
 constexpr const wchar_t* kAlong = LR"({"profile_sketch_name":"PROFILE","path_sketch_name":"PATH"})";
 constexpr const wchar_t* kNotFound =
     L"Sketched curve feature '?' not found. Create/commit it with api_sketch_* first.";
+
 class SweepOperation : public FeatureTest {
  protected:
   void NewPath(const std::wstring& points) {
@@ -69,17 +70,6 @@ TEST_F(SweepOperation, ACircleIsCentredOnThePath) {
   EXPECT_NEAR(Outline().low[1], -1, 1e-6);
   EXPECT_NEAR(Outline().high[0], 31, 1e-6);
   EXPECT_NEAR(Outline().high[1], 20, 1e-6);
-}
-
-TEST_F(SweepOperation, ABendFollowsPappus) {
-  NewSketch(L"PROFILE", L"TOP");
-  DrawCircle(L"PROFILE");
-  NewSketch(L"PATH", L"FRONT");
-  Draw(L"api_sketch_line_two_points", L"PATH", LR"("x1":0,"y1":0,"x2":0,"y2":30)");
-  Draw(L"api_sketch_arc", L"PATH",
-       LR"("cx":10,"cy":30,"radius":10,"start_angle_deg":90,"sweep_angle_deg":90)");
-  Succeed(kSweep, kAlong);
-  EXPECT_NEAR(Volume(), pi * (30 + pi / 2 * 10), 1e-4);
 }
 
 TEST_F(SweepOperation, ARectangleStaysWhereItIsOnTheCrosshairs) {

@@ -158,6 +158,7 @@ TEST_F(UndoRedo, AStepThatFailsEndsTheWalkAndStays) {
 }
 
 TEST_F(UndoRedo, StepsThatCannotBeAppliedSayWhy) {
+  constexpr const wchar_t* kNoAssembly = L"Assembly operations require an active assembly document.";
   HistoryEntry unset = Entry(HistoryKind::kSetParameter, L"d0");
   HistoryEntry unknown = Entry(HistoryKind::kCreateSketch, L"S");
   unknown.operation = L"api_sketch_dance";
@@ -168,15 +169,8 @@ TEST_F(UndoRedo, StepsThatCannotBeAppliedSayWhy) {
   } cases[] = {
       {unset, L"'expression' argument is required.", L"'expression' argument is required."},
       {unknown, L"Sketch 'S' not found.", L"Unknown sketch operation 'api_sketch_dance'."},
-      {Entry(HistoryKind::kSuppressOccurrence, L"A", true),
-       L"Operation 'api_assembly_unsuppress_occurrence' is not implemented by the Creo provider yet.",
-       L"Operation 'api_assembly_suppress_occurrence' is not implemented by the Creo provider yet."},
-      {Entry(HistoryKind::kSuppressOccurrence, L"A", false),
-       L"Operation 'api_assembly_suppress_occurrence' is not implemented by the Creo provider yet.",
-       L"Operation 'api_assembly_unsuppress_occurrence' is not implemented by the Creo provider yet."},
-      {Entry(HistoryKind::kMove, L"A"),
-       L"Operation 'api_assembly_move_component' is not implemented by the Creo provider yet.",
-       L"Operation 'api_assembly_move_component' is not implemented by the Creo provider yet."},
+      {Entry(HistoryKind::kSuppressOccurrence, L"A"), kNoAssembly, kNoAssembly},
+      {Entry(HistoryKind::kMove, L"A"), kNoAssembly, kNoAssembly},
       {Entry(static_cast<HistoryKind>(7), L"A"), L"Unsupported history entry.",
        L"Unsupported history entry."},
   };

@@ -1,5 +1,7 @@
 #include "addin/ops/document/undo_redo.h"
 
+#include "addin/ops/assembly/moving.h"
+#include "addin/ops/assembly/suppression.h"
 #include "addin/ops/common/history.h"
 #include "addin/ops/feature/frame.h"
 #include "addin/ops/feature/lifecycle.h"
@@ -50,8 +52,18 @@ CreoMcpOperationResult DrawAgain(HistoryEntry& entry) {
   return drawn;
 }
 
-CreoMcpOperationResult NotImplemented(std::wstring_view operation) {
-  return MakeFailureResult(Format(L"Operation '%s' is not implemented by the Creo provider yet.", operation));
+CreoMcpOperationResult SetOccurrenceSuppressed(const std::wstring& name, bool suppress) {
+  const std::wstring arguments = Format(LR"({"occurrence_name":"%s"})", JsonEscape(name));
+  return suppress ? assembly::SuppressOccurrence(arguments) : assembly::UnsuppressOccurrence(arguments);
+}
+
+// Moves by the entry's difference from where the occurrence stands now.
+CreoMcpOperationResult MoveByDifference(const HistoryEntry& entry, bool undo) {
+  const auto difference = [undo](double from, double to) { return undo ? from - to : to - from; };
+  return assembly::MoveComponent(Format(LR"({"occurrence_name":"%s","dx_mm":%g,"dy_mm":%g,"dz_mm":%g})",
+                                        JsonEscape(entry.target), difference(entry.from_x, entry.to_x),
+                                        difference(entry.from_y, entry.to_y),
+                                        difference(entry.from_z, entry.to_z)));
 }
 
 // Reverses the entry, or does it again; that may give it other labels.
@@ -62,12 +74,11 @@ CreoMcpOperationResult ApplyEntry(HistoryEntry& entry, bool undo) {
     case HistoryKind::kSuppressFeature:
       return SetFeatureSuppressed(entry.target, entry.flag != undo);
     case HistoryKind::kSuppressOccurrence:
-      return NotImplemented(entry.flag != undo ? L"api_assembly_suppress_occurrence"
-                                               : L"api_assembly_unsuppress_occurrence");
+      return SetOccurrenceSuppressed(entry.target, entry.flag != undo);
     case HistoryKind::kSetParameter:
       return SetParameter(entry, undo ? entry.before_text : entry.after_text);
     case HistoryKind::kMove:
-      return NotImplemented(L"api_assembly_move_component");
+      return MoveByDifference(entry, undo);
     case HistoryKind::kCreateSketch:
       return undo ? sketch::DeleteSketch(entry.target)
                   : sketch::ReplaySketchOperation(entry.operation, entry.arguments);

@@ -11,9 +11,9 @@
 
 namespace vek::feature {
 
-// Creates a feature of `model` from `tree`, with one of the host's creation options (1 resolves nothing, 2
-// makes an incomplete feature, 6 lets one stay that failed). `name` is the kind of feature, for message and
-// log. `regenerate` has the part regenerated and shown.
+// Creates a feature of `model` from `tree`, with one of the host's creation options (0 lets one stay that
+// failed, 1 resolves nothing, 2 makes an incomplete feature, 6 undoes one that failed). `name` is the kind of
+// feature, for message and log. `regenerate` has the part regenerated and shown.
 CreoMcpOperationResult CreateFeatureFromTree(ProMdl model, ProElement tree, int option,
                                              const std::wstring& name, ProFeature& feature, bool regenerate);
 

@@ -22,7 +22,7 @@ constexpr int kQuiltItemType = 57;
 // What can be mirrored, in the order in which each feature is asked for it.
 constexpr int kMirroredItemTypes[] = {kQuiltItemType, 5, 62, 21, 25, 66};
 
-// The feature stays even if it fails to regenerate.
+// The host takes back what fails to regenerate: a solid that can't be made leaves no feature.
 constexpr int kMirrorOption = 6;
 
 bool IsInactive(ProGeomitem& item) {

@@ -1,4 +1,4 @@
-// The datum planes and axes that patterns and geometry mirrors refer to.
+// The datum planes and axes that patterns, geometry mirrors and sweeps refer to.
 #pragma once
 
 #include <ProModelitem.h>

@@ -50,12 +50,6 @@ const Pro2dEntdef* EntityOf(ProSection section, int id) {
   return ProSectionEntityGet(section, id, &entity) == PRO_TK_NO_ERROR ? entity : nullptr;
 }
 
-bool IsConstruction(ProSection section, int id) {
-  ProBoolean construction{};
-  return ProSectionEntityIsConstruction(section, id, &construction) == PRO_TK_NO_ERROR &&
-         construction == PRO_B_TRUE;
-}
-
 // The line to promote: a construction line that lies right or bears the wanted number, else the first
 // construction line, else the plain line with the wanted number.
 int ChooseLine(ProSection section, const OwnedArray<int>& ids, const AxisWish& wish) {

@@ -18,4 +18,10 @@ ProError ExtractFeatureSection(const ProFeature& feature, ExtractedTree& tree, P
   return section != nullptr ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
 }
 
+bool IsConstruction(ProSection section, int id) {
+  ProBoolean construction{};
+  return ProSectionEntityIsConstruction(section, id, &construction) == PRO_TK_NO_ERROR &&
+         construction == PRO_B_TRUE;
+}
+
 }  // namespace vek::feature

@@ -13,4 +13,7 @@ namespace vek::feature {
 // gave no tree.
 ProError ExtractFeatureSection(const ProFeature& feature, ExtractedTree& tree, ProSection& section);
 
+// False, too, for an entity that the host doesn't know.
+bool IsConstruction(ProSection section, int id);
+
 }  // namespace vek::feature

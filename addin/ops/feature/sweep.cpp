@@ -1,14 +1,13 @@
 #include "addin/ops/feature/sweep.h"
 
-#include <ProModelitem.h>
 #include <ProWindows.h>
 
 #include <optional>
 
-#include "addin/host/text_buffer.h"
 #include "addin/ops/common/history.h"
 #include "addin/ops/feature/creation.h"
 #include "addin/ops/feature/frame.h"
+#include "addin/ops/feature/pattern_directions.h"
 #include "addin/ops/feature/section_access.h"
 #include "addin/ops/feature/sweep_run.h"
 #include "addin/ops/feature/sweep_trajectory.h"
@@ -48,19 +47,13 @@ ElementTreeBuilder SweepTree(OwnedCollection& trajectory, bool is_cut) {
 
 namespace {
 
-constexpr auto kSurfaceItem = static_cast<ProType>(5);
-constexpr auto kDatumPlaneItem = static_cast<ProType>(176);
 constexpr int kIncompleteOption = 2;
 
 // The datum plane that can give a section its start direction.
 std::optional<ProModelitem> FindStartPlane(ProMdl model) {
   for (const wchar_t* const word : {L"TOP", L"RIGHT", L"FRONT"}) {
-    for (const ProType type : {kSurfaceItem, kDatumPlaneItem}) {
-      ProName name{};
-      CopyCut(name, word);
-      ProModelitem item{};
-      if (ProModelitemByNameInit(model, type, name, &item) == PRO_TK_NO_ERROR) return item;
-    }
+    ProModelitem item{};
+    if (FindDatumPlane(model, word, item)) return item;
   }
   return std::nullopt;
 }

@@ -7,6 +7,7 @@
 
 #include "addin/host/owned.h"
 #include "addin/ops/common/units.h"
+#include "addin/ops/feature/section_access.h"
 #include "addin/platform/log.h"
 #include "addin/text/format.h"
 
@@ -25,12 +26,6 @@ constexpr auto kDiameter = static_cast<ProSecdimType>(4);
 
 // What a profile without any use gives a sweep.
 constexpr double kFallbackRadiusMm = 5.0;
-
-bool IsConstruction(ProSection section, int id) {
-  ProBoolean construction{};
-  return ProSectionEntityIsConstruction(section, id, &construction) == PRO_TK_NO_ERROR &&
-         construction == PRO_B_TRUE;
-}
 
 struct Addition {
   ProError status = PRO_TK_NO_ERROR;

@@ -1,0 +1,193 @@
+// Components put into an assembly: where their models come from, where they stand, and what they are called.
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "addin/ops/common/history.h"
+#include "tests/operations/assembly_ground.h"
+#include "tests/support/captured_log.h"
+
+namespace vek::support {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Field;
+
+constexpr const wchar_t* kAdd = L"api_assembly_add_component";
+constexpr const wchar_t* kBolt = LR"({"file_path":"bolt"})";
+
+class AssemblyAdding : public AssemblyTest {
+ protected:
+  // A part's file in a directory of its own, without the part in session. The path as a request has it.
+  std::wstring PartFile(const std::wstring& folder, const std::wstring& name) {
+    std::filesystem::create_directory(directory() / folder);
+    NewPart();
+    const std::wstring path = JsonPath(folder + L"\\" + name + L".prt");
+    Succeed(L"api_document_save_as", Format(LR"({"file_path":"%s"})", path));
+    ProMdlErase(bench::Handle(Current()));
+    Succeed(L"api_document_activate", LR"({"name_or_path":"frame.asm"})");
+    std::ofstream(directory() / folder / (name + L".prt"));
+    return path;
+  }
+  void ExpectLogged(const std::wstring& text) {
+    EXPECT_THAT(CapturedLog(), Contains(Field(&CapturedLine::text, text)));
+  }
+};
+
+TEST_F(AssemblyAdding, WhatCannotBeAddedIsRefused) {
+  std::ofstream(directory() / L"sheet.drw");
+  const struct {
+    std::wstring file_path, message;
+  } cases[] = {
+      {L"", L"'file_path' is required."},
+      {L"gone.prt", L"Component file not found: 'gone.prt'."},
+      {JsonPath(L"sheet.drw"), L"Unsupported component type. Expected .prt or .asm."},
+      {JsonPath(L"") + L"\\\\", L"Unable to parse file_path into a Creo model name."},
+  };
+  for (const auto& [file_path, message] : cases)
+    ExpectFailure(kAdd, Format(LR"({"file_path":"%s"})", file_path), message);
+  ExpectFailure(kAdd, L"{}", L"'file_path' is required.");
+}
+
+TEST_F(AssemblyAdding, AModelInSessionNeedsNoFileAndTakesItsPlaceAndName) {
+  Part(L"BOLT");
+  const std::uint64_t mark = host().journal.Mark();
+  const auto result = Run(kAdd, LR"({"file_path":"bolt","x_mm":1,"y_mm":"-2.5","z_mm":3e2})");
+  EXPECT_EQ(result.message,
+            L"Component 'BOLT' -> occurrence 'BOLT' inserted. transform=translation-only, T=(1,-2.5,300) mm, "
+            L"R=identity");
+  EXPECT_EQ(
+      result.dataJson,
+      Format(LR"({"occurrence_name":"BOLT","local_path":"%s\\BOLT.prt","copied_beside_assembly":false})",
+             std::wstring(JsonPath(L"").substr(0, JsonPath(L"").size() - 2))));
+  ExpectLogged(L"[MCP] " + result.message);
+  ExpectAt(L"BOLT", {1, -2.5, 300});
+  EXPECT_TRUE(UndoStack().empty());
+  EXPECT_THAT(
+      CallsSince(mark,
+                 {"ProAsmcompAssemble", "ProModelitemNameSet", "ProAsmcompRegenerate", "ProSolidRegenerate",
+                  "ProTreetoolRefresh", "ProWindowCurrentGet", "ProWindowRefresh"}),
+      ElementsAre("ProAsmcompAssemble", "ProModelitemNameSet", "ProAsmcompRegenerate", "ProSolidRegenerate",
+                  "ProTreetoolRefresh", "ProWindowCurrentGet", "ProWindowRefresh"));
+
+  Succeed(kAdd, kBolt);
+  ExpectAt(L"BOLT_2", {0, 0, 0});
+  for (const wchar_t* name : {L"NAME", L"NAME_2"})
+    EXPECT_EQ(Succeed(kAdd, LR"({"file_path":"bolt","component_name":"NAME"})")["occurrence_name"],
+              EncodeUtf8(name));
+}
+
+TEST_F(AssemblyAdding, ATransformCountsWhereItReadsAsOne) {
+  Part(L"BOLT");
+  assembly().length_unit = bench::LengthUnit::kInch;
+  const struct {
+    const wchar_t *transform, *text;
+    bench::Vector3 at;  // inches
+  } cases[] = {
+      // 25.4 mm are an inch; the fourth row is of no account.
+      {L"[[0,-1,0,25.4],[1,0,0,50.8],[0,0,1,-25.4],[9,9,9,9]]",
+       L"transform=full4x4, T=(25.4,50.8,-25.4) mm",
+       {1, 2, -1}},
+      {L"[[1,0,0,1],[0,1,0,2],[0,0,1,3]]",
+       L"transform=translation-only, T=(254,0,0) mm, R=identity",
+       {10, 0, 0}},
+      {L"[1,0,0,0,0,1,0,0,0,0,1,0,0,0,0,1]",
+       L"transform=translation-only, T=(254,0,0) mm, R=identity",
+       {10, 0, 0}},
+      {L"\"none\"", L"transform=translation-only, T=(254,0,0) mm, R=identity", {10, 0, 0}},
+  };
+  for (const auto& [transform, text, at] : cases) {
+    const auto result = Run(
+        kAdd, Format(LR"({"file_path":"bolt","component_name":"C","x_mm":254,"transform":%s})", transform));
+    ASSERT_TRUE(result.success);
+    EXPECT_TRUE(result.message.ends_with(text));
+    const bench::Feature& newest = *assembly().features.back();
+    ExpectAt(newest.name, at);
+  }
+  // The rotation goes in as it is.
+  EXPECT_EQ(FeatureNamed(L"C")->component->place[0], (std::array<double, 4>{0, -1, 0, 1}));
+}
+
+TEST_F(AssemblyAdding, AFileFromElsewhereIsCopiedBesideTheAssembly) {
+  const std::wstring path = PartFile(L"lib", L"pin");
+  const auto working = std::filesystem::current_path();
+  const auto result = Run(kAdd, Format(LR"({"file_path":"%s"})", path));
+  EXPECT_EQ(result.message,
+            L"Component 'PIN' -> occurrence 'PIN' inserted (copied next to assembly). "
+            L"transform=translation-only, T=(0,0,0) mm, R=identity");
+  EXPECT_NE(result.dataJson.find(LR"("copied_beside_assembly":true)"), std::wstring::npos);
+  EXPECT_TRUE(std::filesystem::exists(directory() / L"pin.prt.1"));
+  EXPECT_EQ(host().session.FindByName(L"PIN", PRO_MDL_PART)->directory, assembly().directory);
+  EXPECT_EQ(std::filesystem::current_path(), working);
+  EXPECT_EQ(&Current(), &assembly());
+}
+
+TEST_F(AssemblyAdding, DirectoriesAreComparedWithoutCaseAndSlashes) {
+  std::wstring directory = assembly().directory;
+  std::ranges::replace(directory, L'\\', L'/');
+  Part(L"BOLT", directory + L"//");
+  std::ranges::transform(directory, directory.begin(), [](wchar_t c) { return c == L'v' ? L'V' : c; });
+  Part(L"PIN", directory);
+  for (const wchar_t* name : {L"bolt", L"pin"})
+    EXPECT_EQ(Succeed(kAdd, Format(LR"({"file_path":"%s"})", name))["copied_beside_assembly"], false);
+}
+
+TEST_F(AssemblyAdding, EachStepThatFailsEndsItWithItsWords) {
+  const std::wstring path = PartFile(L"lib", L"pin");
+  const std::wstring by_file = Format(LR"({"file_path":"%s"})", path);
+  std::wstring written = (directory() / L"lib\\pin.prt").wstring();
+  Part(L"BOLT", L"C:\\nowhere");
+  const struct {
+    const char* call;
+    int first;
+    std::wstring arguments, message;
+  } cases[] = {
+      {"ProDirectoryChange", 1, by_file, L"Failed to change working directory (status=-1)."},
+      {"ProMdlnameRetrieve", 1, by_file, Format(L"Failed to retrieve component '%s' (status=-1).", written)},
+      {"ProMdlnameBackup", 1, kBolt,
+       Format(L"Failed to place component next to assembly at '%s' (status=-1).", assembly().directory)},
+      {"ProAsmcompAssemble", 1, kBolt, L"Failed to insert component from 'bolt' (status=-1)."},
+  };
+  const auto working = std::filesystem::current_path();
+  for (const auto& [call, first, arguments, message] : cases) {
+    faults().Fail(call, PRO_TK_GENERAL_ERROR, first);
+    ExpectFailure(kAdd, arguments, message);
+    faults().Clear();
+    EXPECT_EQ(std::filesystem::current_path(), working) << call;
+  }
+  assembly().directory.clear();
+  ExpectFailure(kAdd, kBolt, L"Save the assembly to disk first so the component can be placed next to it.");
+}
+
+TEST_F(AssemblyAdding, GroundingFixesTheComponentOrWarnsInTheLog) {
+  Part(L"BOLT");
+  const std::wstring grounded = LR"({"file_path":"bolt","grounded":true})";
+  EXPECT_TRUE(Run(kAdd, grounded).message.ends_with(L"R=identity (grounded)"));
+  ASSERT_EQ(FeatureNamed(L"BOLT")->component->constraints.size(), 1u);
+  EXPECT_EQ(FeatureNamed(L"BOLT")->component->constraints[0].type, 13);
+
+  const struct {
+    const char* call;
+    const wchar_t* message;
+  } cases[] = {
+      {"ProAsmcompconstraintAlloc", L"Failed to allocate FIX constraint."},
+      {"ProAsmcompconstraintTypeSet", L"Failed to set FIX constraint type."},
+      {"ProArrayAlloc", L"Failed to build FIX constraint array."},
+      {"ProArrayObjectAdd", L"Failed to build FIX constraint array."},
+      {"ProAsmcompConstraintsSet", L"Failed to apply FIX constraint (status=-1)."},
+  };
+  for (const auto& [call, message] : cases) {
+    ClearCapturedLog();
+    faults().Fail(call, PRO_TK_GENERAL_ERROR, 1, 100);
+    const auto result = Run(kAdd, grounded);
+    faults().Clear();
+    EXPECT_TRUE(result.success) << call;
+    EXPECT_TRUE(result.message.ends_with(L" (grounded)"));
+    ExpectLogged(Format(L"WARNING: component inserted but grounding failed: %s", message));
+    EXPECT_TRUE(assembly().features.back()->component->constraints.empty());
+  }
+}
+
+}  // namespace
+}  // namespace vek::support
