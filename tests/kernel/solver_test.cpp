@@ -397,5 +397,17 @@ TEST(Solver, RefusesWhatCantHoldAndWhatMakesNoSense) {
             "Entity 1 would shrink to a point.");
 }
 
+TEST(Solver, RequestsThatMakeNoSenseAreErrors) {
+  const std::pair<json, const char*> cases[] = {
+      {{{"kind", "fix"}, {"targets", {At(1)}}}, "condition 1: unknown kind 'fix'"},
+      {{{"kind", "vertical"}}, "condition 1: 'targets' is missing"},
+      {{{"kind", "vertical"}, {"targets", {{{"entity", 1}}}}}, "a target: 'point' is missing"}};
+  for (const auto& [condition, error] : cases) {
+    const json request = {{"id", 1}, {"do", "solve"}, {"entities", kBase}, {"conditions", {condition}}};
+    Requests requests;
+    EXPECT_EQ(json::parse(requests.Answer(request.dump())).value("error", ""), error);
+  }
+}
+
 }  // namespace
 }  // namespace bench::kernel::testing

@@ -1,9 +1,11 @@
 // Components put into an assembly: where their models come from, where they stand, and what they are called.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "addin/ops/common/history.h"
+#include "addin/text/utf8.h"
 #include "tests/operations/assembly_ground.h"
 #include "tests/support/captured_log.h"
 
@@ -19,7 +21,8 @@ constexpr const wchar_t* kBolt = LR"({"file_path":"bolt"})";
 
 class AssemblyAdding : public AssemblyTest {
  protected:
-  // A part's file in a directory of its own, without the part in session. The path as a request has it.
+  // The first version of a part's file in a directory of its own, without the part in session. The path as a
+  // request has it.
   std::wstring PartFile(const std::wstring& folder, const std::wstring& name) {
     std::filesystem::create_directory(directory() / folder);
     NewPart();
@@ -27,8 +30,7 @@ class AssemblyAdding : public AssemblyTest {
     Succeed(L"api_document_save_as", Format(LR"({"file_path":"%s"})", path));
     ProMdlErase(bench::Handle(Current()));
     Succeed(L"api_document_activate", LR"({"name_or_path":"frame.asm"})");
-    std::ofstream(directory() / folder / (name + L".prt"));
-    return path;
+    return path + L".1";
   }
   void ExpectLogged(const std::wstring& text) {
     EXPECT_THAT(CapturedLog(), Contains(Field(&CapturedLine::text, text)));
@@ -43,7 +45,7 @@ TEST_F(AssemblyAdding, WhatCannotBeAddedIsRefused) {
       {L"", L"'file_path' is required."},
       {L"gone.prt", L"Component file not found: 'gone.prt'."},
       {JsonPath(L"sheet.drw"), L"Unsupported component type. Expected .prt or .asm."},
-      {JsonPath(L"") + L"\\\\", L"Unable to parse file_path into a Creo model name."},
+      {JsonPath(L""), L"Unable to parse file_path into a Creo model name."},
   };
   for (const auto& [file_path, message] : cases)
     ExpectFailure(kAdd, Format(LR"({"file_path":"%s"})", file_path), message);
@@ -57,10 +59,9 @@ TEST_F(AssemblyAdding, AModelInSessionNeedsNoFileAndTakesItsPlaceAndName) {
   EXPECT_EQ(result.message,
             L"Component 'BOLT' -> occurrence 'BOLT' inserted. transform=translation-only, T=(1,-2.5,300) mm, "
             L"R=identity");
-  EXPECT_EQ(
-      result.dataJson,
-      Format(LR"({"occurrence_name":"BOLT","local_path":"%s\\BOLT.prt","copied_beside_assembly":false})",
-             std::wstring(JsonPath(L"").substr(0, JsonPath(L"").size() - 2))));
+  EXPECT_EQ(result.dataJson,
+            Format(LR"({"occurrence_name":"BOLT","local_path":"%s","copied_beside_assembly":false})",
+                   JsonPath(L"BOLT.prt")));
   ExpectLogged(L"[MCP] " + result.message);
   ExpectAt(L"BOLT", {1, -2.5, 300});
   EXPECT_TRUE(UndoStack().empty());
@@ -106,7 +107,10 @@ TEST_F(AssemblyAdding, ATransformCountsWhereItReadsAsOne) {
     ExpectAt(newest.name, at);
   }
   // The rotation goes in as it is.
-  EXPECT_EQ(FeatureNamed(L"C")->component->place[0], (std::array<double, 4>{0, -1, 0, 1}));
+  const bench::Matrix& turned = FeatureNamed(L"C")->component->place;
+  const double rotation[3][3] = {{0, -1, 0}, {1, 0, 0}, {0, 0, 1}};
+  for (int row = 0; row < 3; ++row)
+    for (int column = 0; column < 3; ++column) EXPECT_EQ(turned[row][column], rotation[row][column]);
 }
 
 TEST_F(AssemblyAdding, AFileFromElsewhereIsCopiedBesideTheAssembly) {
@@ -136,7 +140,7 @@ TEST_F(AssemblyAdding, DirectoriesAreComparedWithoutCaseAndSlashes) {
 TEST_F(AssemblyAdding, EachStepThatFailsEndsItWithItsWords) {
   const std::wstring path = PartFile(L"lib", L"pin");
   const std::wstring by_file = Format(LR"({"file_path":"%s"})", path);
-  std::wstring written = (directory() / L"lib\\pin.prt").wstring();
+  std::wstring written = (directory() / L"lib\\pin.prt.1").wstring();
   Part(L"BOLT", L"C:\\nowhere");
   const struct {
     const char* call;

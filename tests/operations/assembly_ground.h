@@ -1,6 +1,8 @@
 // An assembly that lies in the test's directory, and components placed in it.
 #pragma once
 
+#include <ProAsmcomp.h>
+
 #include "addin/text/format.h"
 #include "bench/host/features/component.h"
 #include "bench/host/model/component.h"

@@ -102,7 +102,7 @@ TEST_F(AssemblyMoving, EachRungIsClimbedOnlyWhenTheOneBelowMissed) {
        },
        {kRungs[0], kRungs[1], kRungs[2], kRungs[3], kRungs[0]},
        true},
-      {"the redefinition is refused, and the seat is not taken at once",
+      {"the redefinition is refused",
        [](bench::FaultPlan& plan) {
          plan.NoEffect("ProAsmcompPositionSet");
          plan.Fail("ProFeatureWithoptionsRedefine", PRO_TK_GENERAL_ERROR);
@@ -168,7 +168,7 @@ TEST_F(AssemblyMoving, ALastResortThatFailsTellsWhy) {
 }
 
 TEST_F(AssemblyMoving, ASeatThatIsNotTakenIsTriedOnceMoreAndReported) {
-  faults().NoEffect("ProAsmcompPositionSet");
+  faults().NoEffect("ProAsmcompPositionSet", 1, 3);
   faults().NoEffect("ProFeatureWithoptionsRedefine");
   // The third regeneration is that of the new component: it is pushed away just before.
   const auto push_away = [this] {
