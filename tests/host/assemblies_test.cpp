@@ -1,5 +1,6 @@
 // Components in assemblies: blocks of 40 × 20 × 10 that lie on FRONT, with a corner in their origin.
 #include <ProAsmcomp.h>
+#include <ProIntf.h>
 #include <ProMatrix.h>
 #include <ProSelection.h>
 #include <gmock/gmock.h>
@@ -325,6 +326,13 @@ TEST_F(AssembliesTest, AMissingModelLeavesAComponentWithoutOneAndAComplaint) {
   EXPECT_EQ(ProAsmcompMdlGet(&mover_, &model), PRO_TK_E_NOT_FOUND);
   EXPECT_FALSE(ExtentOf(*assembly_).volume);
   ExpectAt(mover_, {100, 50, 70});
+}
+
+TEST_F(AssembliesTest, ComponentsAreNotExportedAndNoFileSaysOtherwise) {
+  PathBuffer path(directory() + L"\\frame");
+  constexpr auto kStep = static_cast<ProIntf3DFileType>(1);
+  EXPECT_EQ(ProIntf3DFileWriteWithDefaultProfile(Assembly(), kStep, path), PRO_TK_NOT_IMPLEMENTED);
+  EXPECT_FALSE(std::filesystem::exists(PathOf(L"frame.stp")));
 }
 
 }  // namespace

@@ -30,17 +30,13 @@ constexpr StateChange<ProFeatureSuppressOptions> kSuppress = {
 constexpr StateChange<ProFeatureResumeOptions> kResume = {
     ProFeatureWithoptionsResume, 1, L"Failed to allocate resume options.", L"unsuppress", L"Unsuppressed"};
 
-bool HoldOne(OwnedArray<int>& array, int value) {
-  return array.Allocate(0) == PRO_TK_NO_ERROR && array && array.Append(value) == PRO_TK_NO_ERROR;
-}
-
 template <typename Option>
 CreoMcpOperationResult Apply(const StateChange<Option>& change, ProMdl model, const FeatureInfo& info,
                              const std::wstring& name) {
   OwnedArray<int> ids;
-  if (!HoldOne(ids, info.id)) return MakeFailureResult(L"Failed to allocate feature id array.");
+  if (!ids.HoldOne(info.id)) return MakeFailureResult(L"Failed to allocate feature id array.");
   OwnedArray<int> options;
-  if (!HoldOne(options, change.option)) return MakeFailureResult(change.option_failure);
+  if (!options.HoldOne(change.option)) return MakeFailureResult(change.option_failure);
   const ProError status =
       change.call(static_cast<ProSolid>(model), ids.get(), options.template As<Option>(), 0);
   if (status != PRO_TK_NO_ERROR)

@@ -1,6 +1,7 @@
 // Writing models in neutral formats. The kernel makes the bytes; the host alone touches the disk.
 #include <ProIntf.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -57,7 +58,17 @@ std::wstring DirectoryOf(const std::wstring& path) {
   return path.substr(0, end == 0 || path[end - 1] == L':' ? end + 1 : end);
 }
 
+bool HasComponents(const Model& model) {
+  return std::ranges::any_of(model.features,
+                             [](const auto& feature) { return feature->component != nullptr; });
+}
+
 ProError Export(const Model& model, const Format& format, const std::wstring& path) {
+  if (HasComponents(model)) {
+    TheHost().announcements.Say("refused: no export of " + ToUtf8(model.name) +
+                                ": components are not exported on the bench");
+    return PRO_TK_NOT_IMPLEMENTED;
+  }
   const std::wstring directory = DirectoryOf(path);
   if (!directory.empty() && !DirectoryExists(directory)) return PRO_TK_INVALID_DIR;
   if (DirectoryExists(path)) return PRO_TK_CANT_WRITE;
