@@ -7,15 +7,15 @@
 #include "bench/kernel/features/draft.h"
 #include "bench/kernel/features/extrude.h"
 #include "bench/kernel/features/hole.h"
-#include "bench/kernel/features/move.h"
 #include "bench/kernel/features/mirror.h"
+#include "bench/kernel/features/move.h"
 #include "bench/kernel/features/pattern.h"
 #include "bench/kernel/features/revolve.h"
 #include "bench/kernel/features/round.h"
 #include "bench/kernel/features/shell.h"
 #include "bench/kernel/features/sketch.h"
-#include "bench/kernel/features/sweep.h"
 #include "bench/kernel/features/solidify.h"
+#include "bench/kernel/features/sweep.h"
 
 namespace bench::kernel {
 

@@ -35,7 +35,8 @@ class Feature {
   // The same feature at another place, for a pattern. Null for a kind that can't stand elsewhere.
   virtual std::unique_ptr<const Feature> Moved(const gp_Trsf&) const { return nullptr; }
 
-  // Whether all that says where the feature is are keys of faces and edges: it is moved by being given others.
+  // Whether all that says where the feature is are keys of faces and edges: it is moved by being given
+  // others.
   virtual bool StandsOnKeysAlone() const { return false; }
 
   // Whether a feature of the kind is there for what it does to the body, and not just for what it draws.

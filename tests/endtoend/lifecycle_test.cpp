@@ -23,8 +23,8 @@ class Lifecycle : public testing::Test {
  protected:
   void SetUp() override {
     const fs::path root(VEK_SOURCE_DIR);
-    folder_ = fs::path(BenchHome()) / "installed" /
-              testing::UnitTest::GetInstance()->current_test_info()->name();
+    folder_ =
+        fs::path(BenchHome()) / "installed" / testing::UnitTest::GetInstance()->current_test_info()->name();
     fs::remove_all(folder_);
     fs::create_directories(folder_);
     fs::copy(root / "build/windows/addin/VekCreoAddin.dll", folder_);

@@ -20,7 +20,8 @@ struct CapturedLine {
 std::vector<CapturedLine> CapturedLog();
 void ClearCapturedLog();
 
-// Calls `failure`, which throws, in the place of the next line: what writing a line does when memory is short.
+// Calls `failure`, which throws, in the place of the next line: what writing a line does when memory is
+// short.
 void FailNextLine(std::function<void()> failure);
 
 // How many of the captured lines are exactly `text`.

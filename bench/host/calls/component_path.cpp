@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "bench/host/instruments/call_frame.h"
-#include "bench/host/session.h"
 #include "bench/host/model/item_lookup.h"
+#include "bench/host/session.h"
 
 namespace bench {
 namespace {

@@ -24,7 +24,8 @@ std::optional<std::set<int>> ReadOptions(const ProFeatureCreateOptions* array) {
   if (!options) return std::nullopt;
   std::set<int> read;
   for (const int option : *options) {
-    if (option != kStaysThoughItFailed && option != 1 && option != kIncompleteFeature && option != kUndoneWhenItFails)
+    if (option != kStaysThoughItFailed && option != 1 && option != kIncompleteFeature &&
+        option != kUndoneWhenItFails)
       return std::nullopt;
     read.insert(option);
   }

@@ -39,7 +39,8 @@ std::set<int> WithSuppressedParents(const Model& model, std::set<int> ids) {
     for (auto feature = model.features.rbegin(); feature != model.features.rend(); ++feature) {
       if (!ids.contains((*feature)->id)) continue;
       for (const int parent : (*feature)->parents) {
-        const auto found = std::ranges::find(model.features, parent, [](const auto& each) { return each->id; });
+        const auto found =
+            std::ranges::find(model.features, parent, [](const auto& each) { return each->id; });
         if (found != model.features.end() && (*found)->status == PRO_FEAT_SUPPRESSED) ids.insert(parent);
       }
     }

@@ -56,8 +56,8 @@ void Commit(Model& model, std::shared_ptr<const Geometry> geometry);
 std::set<int> NewlyRefused(const std::vector<Feature*>& features, const Geometry& geometry);
 
 // Regenerates the model; an assembly after the models that it places, and puts its components where they are
-// held. A status other than 0 leaves it as it was: the kernel gave no answer, or a feature that stood can't be
-// made any more, or a component can't be held.
+// held. A status other than 0 leaves it as it was: the kernel gave no answer, or a feature that stood can't
+// be made any more, or a component can't be held.
 ProError Regenerate(Model& model);
 
 }  // namespace bench
