@@ -65,18 +65,29 @@ CreoMcpOperationResult GroundReferenced(ProMdl assembly, const IrRequest& reques
 
 // ---- poses
 
+// An occurrence that is to get another pose, and the one that it has.
+struct PosedOccurrence {
+  OccurrenceInfo info;
+  Pose pose;
+};
+
+CreoMcpOperationResult ReadPosedOccurrence(ProMdl assembly, const IrRequest& request,
+                                           PosedOccurrence& posed) {
+  IrRef reference;
+  auto found = ResolveReference(assembly, request.refs[0], reference, posed.info);
+  if (found.success) ReadComponentPosition(posed.info.comp, posed.pose);
+  return found;
+}
+
 CreoMcpOperationResult SetPosition(ProMdl assembly, const IrRequest& request) {
   std::array<double, 3> position{};
   if (!ReadParamVector(request.param, position))
     return MakeFailureResult(L"'param' must be [x,y,z] mm for FixedPoint.");
-  IrRef reference;
-  OccurrenceInfo occurrence;
-  if (auto found = ResolveReference(assembly, request.refs[0], reference, occurrence); !found.success)
-    return found;
+  PosedOccurrence posed;
+  if (auto read = ReadPosedOccurrence(assembly, request, posed); !read.success) return read;
 
+  auto& [occurrence, pose] = posed;
   const std::wstring name = occurrence.name;
-  Pose pose;
-  ReadComponentPosition(occurrence.comp, pose);
   for (int row = 0; row < 3; ++row) pose.matrix[row][3] = MmToModelGuarded(assembly, position[row]);
   if (auto persisted = PersistPose(assembly, occurrence, pose); !persisted.success) return persisted;
   RefreshAssemblyDisplay(assembly);
@@ -88,14 +99,11 @@ CreoMcpOperationResult SetRotation(ProMdl assembly, const IrRequest& request) {
   std::array<double, 3> angles{};
   if (!ReadParamVector(request.param, angles))
     return MakeFailureResult(L"'param' must be [rx,ry,rz] degrees for FixedRotation.");
-  IrRef reference;
-  OccurrenceInfo occurrence;
-  if (auto found = ResolveReference(assembly, request.refs[0], reference, occurrence); !found.success)
-    return found;
+  PosedOccurrence posed;
+  if (auto read = ReadPosedOccurrence(assembly, request, posed); !read.success) return read;
 
+  auto& [occurrence, pose] = posed;
   const std::wstring name = occurrence.name;
-  Pose pose;
-  ReadComponentPosition(occurrence.comp, pose);
   const Rotation rotation = EulerRotation(angles);
   for (int row = 0; row < 3; ++row)
     for (int column = 0; column < 3; ++column) pose.matrix[row][column] = rotation[row][column];

@@ -23,6 +23,15 @@ ProError ResolveDimension(const ProDimension* record, Model*& model, Dimension*&
   return dimension ? PRO_TK_NO_ERROR : PRO_TK_E_NOT_FOUND;
 }
 
+// Runs `body(model, dimension)` on a live dimension.
+template <typename Body>
+ProError WithDimension(const ProDimension* record, Body&& body) {
+  Model* model = nullptr;
+  Dimension* dimension = nullptr;
+  const ProError status = ResolveDimension(record, model, dimension);
+  return status == PRO_TK_NO_ERROR ? body(*model, *dimension) : status;
+}
+
 }  // namespace
 
 ProError ProSolidDimensionVisit(ProSolid solid, ProBoolean reference_dimensions,
@@ -44,55 +53,49 @@ ProError ProSolidDimensionVisit(ProSolid solid, ProBoolean reference_dimensions,
 ProError ProDimensionSymbolGet(ProDimension* dimension, ProName symbol) {
   HOST_CALL(dimension) {
     if (!symbol) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Dimension* found = nullptr;
-    if (const ProError status = ResolveDimension(dimension, model, found)) return status;
-    CopyOut(found->Symbol(), *reinterpret_cast<ProName*>(symbol));
-    return PRO_TK_NO_ERROR;
+    return WithDimension(dimension, [&](Model&, const Dimension& found) {
+      CopyOut(found.Symbol(), *reinterpret_cast<ProName*>(symbol));
+      return PRO_TK_NO_ERROR;
+    });
   };
 }
 
 ProError ProDimensionTypeGet(ProDimension* dimension, ProDimensiontype* type) {
   HOST_CALL(dimension) {
     if (!type) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Dimension* found = nullptr;
-    if (const ProError status = ResolveDimension(dimension, model, found)) return status;
-    *type = found->is_angle ? kAngular : kLinear;
-    return PRO_TK_NO_ERROR;
+    return WithDimension(dimension, [&](Model&, const Dimension& found) {
+      *type = found.is_angle ? kAngular : kLinear;
+      return PRO_TK_NO_ERROR;
+    });
   };
 }
 
 ProError ProDimensionValueGet(ProDimension* dimension, double* value) {
   HOST_CALL(dimension) {
     if (!value) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Dimension* found = nullptr;
-    if (const ProError status = ResolveDimension(dimension, model, found)) return status;
-    const auto measured = ValueOf(*model, *found);
-    if (!measured) return PRO_TK_E_NOT_FOUND;
-    *value = *measured;
-    return PRO_TK_NO_ERROR;
+    return WithDimension(dimension, [&](Model& model, const Dimension& found) {
+      const auto measured = ValueOf(model, found);
+      if (!measured) return PRO_TK_E_NOT_FOUND;
+      *value = *measured;
+      return PRO_TK_NO_ERROR;
+    });
   };
 }
 
 ProError ProDimensionValueSet(ProDimension* dimension, double value) {
   HOST_CALL(dimension, value) {
-    Model* model = nullptr;
-    Dimension* found = nullptr;
-    if (const ProError status = ResolveDimension(dimension, model, found)) return status;
-    if (found->relation_driven) return PRO_TK_BAD_CONTEXT;
-    return SetValue(*model, *found, value);
+    return WithDimension(dimension, [&](Model& model, const Dimension& found) {
+      return found.relation_driven ? PRO_TK_BAD_CONTEXT : SetValue(model, found, value);
+    });
   };
 }
 
 ProError ProDimensionIsReldriven(ProDimension* dimension, ProBoolean* driven) {
   HOST_CALL(dimension) {
     if (!driven) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Dimension* found = nullptr;
-    if (const ProError status = ResolveDimension(dimension, model, found)) return status;
-    *driven = found->relation_driven ? PRO_B_TRUE : PRO_B_FALSE;
-    return PRO_TK_NO_ERROR;
+    return WithDimension(dimension, [&](Model&, const Dimension& found) {
+      *driven = found.relation_driven ? PRO_B_TRUE : PRO_B_FALSE;
+      return PRO_TK_NO_ERROR;
+    });
   };
 }

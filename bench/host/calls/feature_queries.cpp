@@ -19,6 +19,16 @@ ProError ResolveFeature(const ProFeature* record, Feature*& feature) {
   return feature ? PRO_TK_NO_ERROR : PRO_TK_E_NOT_FOUND;
 }
 
+// Writes what `tell(feature)` says of a live feature.
+template <typename Answer, typename Tell>
+ProError AskFeature(const ProFeature* record, Answer* answer, Tell&& tell) {
+  if (!answer) return PRO_TK_BAD_INPUTS;
+  Feature* feature = nullptr;
+  if (const ProError status = ResolveFeature(record, feature)) return status;
+  *answer = tell(*feature);
+  return PRO_TK_NO_ERROR;
+}
+
 constexpr int kFailed = 64;
 constexpr int kParentFailed = 128;
 
@@ -46,41 +56,27 @@ ProError ProFeatureInit(ProSolid solid, int id, ProFeature* feature) {
 
 ProError ProFeatureTypeGet(ProFeature* feature, ProFeattype* type) {
   HOST_CALL(feature) {
-    Feature* found = nullptr;
-    if (!type) return PRO_TK_BAD_INPUTS;
-    if (const ProError status = ResolveFeature(feature, found)) return status;
-    *type = found->type;
-    return PRO_TK_NO_ERROR;
+    return AskFeature(feature, type, [](const Feature& found) { return found.type; });
   };
 }
 
 ProError ProFeatureStatusGet(ProFeature* feature, ProFeatStatus* status) {
   HOST_CALL(feature) {
-    Feature* found = nullptr;
-    if (!status) return PRO_TK_BAD_INPUTS;
-    if (const ProError failure = ResolveFeature(feature, found)) return failure;
-    *status = found->status;
-    return PRO_TK_NO_ERROR;
+    return AskFeature(feature, status, [](const Feature& found) { return found.status; });
   };
 }
 
 ProError ProFeatureIsIncomplete(ProFeature* feature, ProBoolean* incomplete) {
   HOST_CALL(feature) {
-    Feature* found = nullptr;
-    if (!incomplete) return PRO_TK_BAD_INPUTS;
-    if (const ProError status = ResolveFeature(feature, found)) return status;
-    *incomplete = found->incomplete ? PRO_B_TRUE : PRO_B_FALSE;
-    return PRO_TK_NO_ERROR;
+    return AskFeature(feature, incomplete,
+                      [](const Feature& found) { return found.incomplete ? PRO_B_TRUE : PRO_B_FALSE; });
   };
 }
 
 ProError ProFeatureStatusflagsGet(ProFeature* feature, int* flags) {
   HOST_CALL(feature) {
-    Feature* found = nullptr;
-    if (!flags) return PRO_TK_BAD_INPUTS;
-    if (const ProError status = ResolveFeature(feature, found)) return status;
-    *flags = StatusFlags(*LiveSolid(feature->owner), *found);
-    return PRO_TK_NO_ERROR;
+    return AskFeature(feature, flags,
+                      [&](const Feature& found) { return StatusFlags(*LiveSolid(feature->owner), found); });
   };
 }
 

@@ -30,6 +30,19 @@ ProError ResolveParameter(const ProParameter* record, Model*& model, Parameter*&
   return PRO_TK_NO_ERROR;
 }
 
+// Runs `body(model, parameter)` on a live parameter.
+template <typename Body>
+ProError WithParameter(const ProParameter* record, Body&& body) {
+  Model* model = nullptr;
+  Parameter* parameter = nullptr;
+  const ProError status = ResolveParameter(record, model, parameter);
+  return status == PRO_TK_NO_ERROR ? body(*model, *parameter) : status;
+}
+
+const wchar_t* NameIn(const ProParameter* record) {
+  return record ? record->id : nullptr;
+}
+
 void Read(const Parameter& parameter, ProParamvalue& record) {
   record = {};
   if (const auto* number = std::get_if<double>(&parameter.value)) {
@@ -151,61 +164,53 @@ ProError ProParamvalueSet(ProParamvalue* record, void* value, ProParamvalueType 
 }
 
 ProError ProParameterValueWithUnitsGet(ProParameter* parameter, ProParamvalue* value, ProUnititem* unit) {
-  HOST_CALL(parameter ? static_cast<const wchar_t*>(parameter->id) : nullptr) {
+  HOST_CALL(NameIn(parameter)) {
     if (!value) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Parameter* found = nullptr;
-    if (const ProError status = ResolveParameter(parameter, model, found)) return status;
-    Read(*found, *value);
-    if (unit) {
-      *unit = {};
-      GiveUnit(*model, *found, *unit);
-    }
-    return PRO_TK_NO_ERROR;
+    return WithParameter(parameter, [&](const Model& model, const Parameter& found) {
+      Read(found, *value);
+      if (unit) {
+        *unit = {};
+        GiveUnit(model, found, *unit);
+      }
+      return PRO_TK_NO_ERROR;
+    });
   };
 }
 
 ProError ProParameterValueWithUnitsSet(ProParameter* parameter, ProParamvalue* value, ProUnititem* unit) {
-  HOST_CALL(parameter ? static_cast<const wchar_t*>(parameter->id) : nullptr) {
+  HOST_CALL(NameIn(parameter)) {
     if (!value) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Parameter* found = nullptr;
-    if (const ProError status = ResolveParameter(parameter, model, found)) return status;
-    // A number keeps its unit here; giving it another one is not taken.
-    if (unit) return PRO_TK_NOT_IMPLEMENTED;
-    return Write(*model, *found, *value, 1);
+    return WithParameter(parameter, [&](Model& model, Parameter& found) {
+      // A number keeps its unit here; giving it another one is not taken.
+      return unit ? PRO_TK_NOT_IMPLEMENTED : Write(model, found, *value, 1);
+    });
   };
 }
 
 ProError ProParameterScaledvalueSet(ProParameter* parameter, ProParamvalue* value, ProUnititem* unit) {
-  HOST_CALL(parameter ? static_cast<const wchar_t*>(parameter->id) : nullptr, unit ? unit->name : L"") {
+  HOST_CALL(NameIn(parameter), unit ? unit->name : L"") {
     if (!value) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Parameter* found = nullptr;
-    if (const ProError status = ResolveParameter(parameter, model, found)) return status;
-    if (!unit) return Write(*model, *found, *value, 1);
-    const auto factor = FactorFrom(*unit, *found);
-    return factor ? Write(*model, *found, *value, *factor) : PRO_TK_BAD_INPUTS;
+    return WithParameter(parameter, [&](Model& model, Parameter& found) {
+      const std::optional<double> factor = unit ? FactorFrom(*unit, found) : 1.0;
+      return factor ? Write(model, found, *value, *factor) : PRO_TK_BAD_INPUTS;
+    });
   };
 }
 
 ProError ProParameterUnitsGet(ProParameter* parameter, ProUnititem* unit) {
-  HOST_CALL(parameter ? static_cast<const wchar_t*>(parameter->id) : nullptr) {
+  HOST_CALL(NameIn(parameter)) {
     if (!unit) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Parameter* found = nullptr;
-    if (const ProError status = ResolveParameter(parameter, model, found)) return status;
-    return GiveUnit(*model, *found, *unit);
+    return WithParameter(
+        parameter, [&](const Model& model, const Parameter& found) { return GiveUnit(model, found, *unit); });
   };
 }
 
 ProError ProParameterLockstatusGet(ProParameter* parameter, ProLockstatus* status) {
-  HOST_CALL(parameter ? static_cast<const wchar_t*>(parameter->id) : nullptr) {
+  HOST_CALL(NameIn(parameter)) {
     if (!status) return PRO_TK_BAD_INPUTS;
-    Model* model = nullptr;
-    Parameter* found = nullptr;
-    if (const ProError failure = ResolveParameter(parameter, model, found)) return failure;
-    *status = found->locked ? kLocked : PRO_PARAMLOCKSTATUS_UNLOCKED;
-    return PRO_TK_NO_ERROR;
+    return WithParameter(parameter, [&](const Model&, const Parameter& found) {
+      *status = found.locked ? kLocked : PRO_PARAMLOCKSTATUS_UNLOCKED;
+      return PRO_TK_NO_ERROR;
+    });
   };
 }
