@@ -25,7 +25,6 @@ namespace bench::kernel {
 namespace {
 
 constexpr double kFullTurn = 2 * std::numbers::pi;
-constexpr int kAxes[] = {1, 2, 3};
 
 // The points of a curve at which a + x cos t + y sin t is greatest or least.
 void AddRound(const BRepAdaptor_Curve& curve, const gp_XYZ& x, const gp_XYZ& y, Reach& reach) {
@@ -200,10 +199,8 @@ void Bounds::Add(const gp_XYZ& point) {
     low = high = point;
     return;
   }
-  for (const int axis : kAxes) {
-    low.SetCoord(axis, std::min(low.Coord(axis), point.Coord(axis)));
-    high.SetCoord(axis, std::max(high.Coord(axis), point.Coord(axis)));
-  }
+  low = {std::min(low.X(), point.X()), std::min(low.Y(), point.Y()), std::min(low.Z(), point.Z())};
+  high = {std::max(high.X(), point.X()), std::max(high.Y(), point.Y()), std::max(high.Z(), point.Z())};
 }
 
 void Bounds::Add(const Bounds& other) {
@@ -226,17 +223,12 @@ Reach ReachOf(const TopoDS_Shape& shape, const gp_XYZ& direction) {
 Bounds BoundsOf(const TopoDS_Shape& shape) {
   const Measurer measurer(shape);
   Bounds bounds;
-  gp_XYZ low, high;
-  for (const int axis : kAxes) {
-    gp_XYZ direction;
-    direction.SetCoord(axis, 1);
-    const Reach reach = measurer.Along(direction);
-    if (reach.is_empty) return bounds;
-    low.SetCoord(axis, reach.low.Coord(axis));
-    high.SetCoord(axis, reach.high.Coord(axis));
-  }
-  bounds.Add(low);
-  bounds.Add(high);
+  const Reach along_x = measurer.Along({1, 0, 0});
+  const Reach along_y = measurer.Along({0, 1, 0});
+  const Reach along_z = measurer.Along({0, 0, 1});
+  if (along_x.is_empty || along_y.is_empty || along_z.is_empty) return bounds;
+  bounds.Add({along_x.low.X(), along_y.low.Y(), along_z.low.Z()});
+  bounds.Add({along_x.high.X(), along_y.high.Y(), along_z.high.Z()});
   return bounds;
 }
 

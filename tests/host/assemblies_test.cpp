@@ -3,13 +3,20 @@
 #include <ProIntf.h>
 #include <ProMatrix.h>
 #include <ProSelection.h>
+#include <ProUtil.h>
+#include <ProWindows.h>
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <numbers>
 
+#include "bench/host/console/console.h"
+#include "bench/host/features/component.h"
+#include "bench/host/features/component_placement.h"
+#include "bench/host/features/feature_removal.h"
+#include "bench/host/features/scene.h"
 #include "bench/host/model/component.h"
-#include "bench/host/model/extent.h"
 #include "bench/host/storage/model_store.h"
 #include "tests/host/feature_ground.h"
 
@@ -18,6 +25,14 @@ namespace {
 
 using support::MdlNameBuffer;
 using support::PathBuffer;
+
+using testing::AllOf;
+using testing::Contains;
+using testing::Each;
+using testing::HasSubstr;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
 
 constexpr double kHalf = std::numbers::sqrt2 / 2;
 
@@ -49,7 +64,7 @@ class AssembliesTest : public support::FeatureTest {
         PRO_TK_NO_ERROR);
     return component;
   }
-  const Component& At(const ProAsmcomp& component) {
+  Component& At(const ProAsmcomp& component) {
     return *host().session.Find(component.owner)->FindFeature(component.id)->component;
   }
   void ExpectAt(const ProAsmcomp& component, const Vector3& origin) {
@@ -57,64 +72,51 @@ class AssembliesTest : public support::FeatureTest {
         << testing::PrintToString(TranslationOf(At(component).place));
   }
 
-  ProModelitem Face(Model& model, const Side& side) {
-    for (const FaceInfo& face : model.topology.faces)
-      if (face.type == "plane" && Length(face.normal - side.normal) < 1e-6 &&
-          std::abs(Dot(face.point, side.normal) - side.distance) < 1e-6)
-        return {PRO_SURFACE, model.ids_of_keys.at(face.key), &model};
-    ADD_FAILURE() << "no such face";
-    return {};
+  ProError Put(ProAsmcomp& component, const Vector3& at) {
+    ProMatrix place;
+    WriteMatrix(Shifted(kNoMove, at), place);
+    return ProAsmcompPositionSet(nullptr, &component, place);
   }
-  ProModelitem Cylinder(Model& model) {
-    for (const FaceInfo& face : model.topology.faces)
-      if (face.type == "cylinder") return {PRO_SURFACE, model.ids_of_keys.at(face.key), &model};
-    ADD_FAILURE() << "no cylinder";
-    return {};
+  // What the console answers while the assembly is current.
+  std::vector<std::string> Answer(const std::string& command) {
+    MdlNameBuffer name(assembly_->name);
+    int window = -1;
+    if (host().windows.CurrentModel() != assembly_) {
+      EXPECT_EQ(ProObjectwindowMdlnameCreate(name, PRO_ASSEMBLY, &window), PRO_TK_NO_ERROR);
+      EXPECT_EQ(ProWindowActivate(window), PRO_TK_NO_ERROR);
+    }
+    std::vector<std::string> said;
+    Console([&said](const std::string& text) { said.push_back(text); }).Run(command);
+    return said;
   }
 
-  struct Wanted {
-    int type;
-    std::vector<int> path;  // to what holds
-    ProModelitem holds;
-    ProModelitem held;
-    std::optional<double> offset{};
-  };
-  ProError Hold(ProAsmcomp component, const std::vector<Wanted>& set) {
-    ProArray array = nullptr;
-    EXPECT_EQ(ProArrayAlloc(0, sizeof(ProAsmcompconstraint), 1, &array), PRO_TK_NO_ERROR);
-    for (const Wanted& each : set) {
-      ProAsmcompconstraint constraint = nullptr;
-      EXPECT_EQ(ProAsmcompconstraintAlloc(&constraint), PRO_TK_NO_ERROR);
-      EXPECT_EQ(ProAsmcompconstraintTypeSet(constraint, static_cast<ProAsmcompConstrType>(each.type)),
-                PRO_TK_NO_ERROR);
-      if (each.type != 13) SetReferences(constraint, each);
-      if (each.offset) {
-        EXPECT_EQ(ProAsmcompconstraintOffsetSet(constraint, *each.offset), PRO_TK_NO_ERROR);
-      }
-      EXPECT_EQ(ProArrayObjectAdd(&array, -1, 1, &constraint), PRO_TK_NO_ERROR);
-    }
-    auto* constraints = static_cast<ProAsmcompconstraint*>(array);
-    const ProError status = ProAsmcompConstraintsSet(nullptr, &component, constraints);
-    EXPECT_EQ(ProAsmcompconstraintArrayFree(constraints), PRO_TK_NO_ERROR);
-    return status;
+  int Face(const Side& side) {
+    for (const FaceInfo& face : part_->topology.faces)
+      if (face.type == "plane" && Length(face.normal - side.normal) < 1e-6 &&
+          std::abs(Dot(face.point, side.normal) - side.distance) < 1e-6)
+        return part_->ids_of_keys.at(face.key);
+    ADD_FAILURE() << "no such face";
+    return -1;
   }
-  void SetReferences(ProAsmcompconstraint constraint, Wanted each) {
-    ProAsmcomppath path;
-    ProSelection holds = nullptr, held = nullptr;
-    EXPECT_EQ(ProAsmcomppathInit(Assembly(), each.path.data(), static_cast<int>(each.path.size()), &path),
-              PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProSelectionAlloc(&path, &each.holds, &holds), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProSelectionAlloc(nullptr, &each.held, &held), PRO_TK_NO_ERROR);
-    const ProDatumside side = PRO_DATUM_SIDE_NONE;
-    EXPECT_EQ(ProAsmcompconstraintAsmreferenceSet(constraint, holds, side), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProAsmcompconstraintCompreferenceSet(constraint, held, side), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProSelectionFree(&holds), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProSelectionFree(&held), PRO_TK_NO_ERROR);
+  int Cylinder(Model& model) {
+    for (const FaceInfo& face : model.topology.faces)
+      if (face.type == "cylinder") return model.ids_of_keys.at(face.key);
+    ADD_FAILURE() << "no cylinder";
+    return -1;
+  }
+
+  // A face of the component against one of what the path leads to.
+  static ComponentConstraint Between(int type, const std::vector<int>& path, int holds, int held,
+                                     std::optional<double> offset = {}) {
+    return {type, PlacedItem{path, PRO_SURFACE, holds}, PlacedItem{{}, PRO_SURFACE, held}, offset};
+  }
+  ProError Hold(const ProAsmcomp& component, const std::vector<ComponentConstraint>& set) {
+    return SetConstraints(*assembly_, *assembly_->FindFeature(component.id), set);
   }
   // Held to a face of the base.
   ProError HoldToBase(int type, const Side& on_base, const Side& on_mover,
                       std::optional<double> offset = {}) {
-    return Hold(mover_, {{type, {base_.id}, Face(*part_, on_base), Face(*part_, on_mover), offset}});
+    return Hold(mover_, {Between(type, {base_.id}, Face(on_base), Face(on_mover), offset)});
   }
 
   Model* assembly_ = nullptr;
@@ -131,27 +133,14 @@ TEST_F(AssembliesTest, AConstraintMovesItsComponentAsLittleAsItAsks) {
     Vector3 origin;       // of the mover afterwards
     Vector3 mover_sense;  // of its face, in the assembly
   } cases[] = {
-      {"mate: bottom on top at z = 10", 0, kTop, kBottom, {}, {100, 50, 10}, {0, 0, -1}},
-      {"mate of tops: a half turn, the top 10 below the origin",
-       0,
-       kTop,
-       kTop,
-       {},
-       {100, 50, 20},
-       {0, 0, -1}},
-      {"mate 5 above", 1, kTop, kBottom, 5, {100, 50, 15}, {0, 0, -1}},
-      {"mate along -x: the left side looks that way", 1, kLeft, kRight, 5, {-45, 50, 70}, {1, 0, 0}},
-      {"align: tops level", 2, kTop, kTop, {}, {100, 50, 0}, {0, 0, 1}},
-      {"align 3 below", 3, kTop, kTop, -3, {100, 50, -3}, {0, 0, 1}},
-      {"parallel already", 5, kTop, kBottom, {}, {100, 50, 70}, {0, 0, -1}},
-      {"perpendicular already", 34, kTop, kRight, {}, {100, 50, 70}, {1, 0, 0}},
+      {"tops: a half turn, 10 below the origin", 0, kTop, kTop, {}, {100, 50, 20}, {0, 0, -1}},
+      {"along -x: the left side looks that way", 1, kLeft, kRight, 5, {-45, 50, 70}, {1, 0, 0}},
+      {"tops level, 3 below", 3, kTop, kTop, -3, {100, 50, -3}, {0, 0, 1}},
       {"45° from z on the way to x", 31, kTop, kRight, 45, {100, 50, 70}, {kHalf, 0, kHalf}},
   };
   for (const auto& each : cases) {
     SCOPED_TRACE(each.what);
-    ProMatrix start;
-    WriteMatrix(Shifted(kNoMove, {100, 50, 70}), start);
-    ASSERT_EQ(ProAsmcompPositionSet(nullptr, &mover_, start), PRO_TK_NO_ERROR);
+    ASSERT_EQ(Put(mover_, {100, 50, 70}), PRO_TK_NO_ERROR);
     EXPECT_EQ(HoldToBase(each.type, each.on_base, each.on_mover, each.offset), PRO_TK_NO_ERROR);
     ExpectAt(mover_, each.origin);
     EXPECT_LT(Length(TurnedBy(At(mover_).place, each.on_mover.normal) - each.mover_sense), 1e-6);
@@ -160,15 +149,16 @@ TEST_F(AssembliesTest, AConstraintMovesItsComponentAsLittleAsItAsks) {
 }
 
 TEST_F(AssembliesTest, WhatMakesNoSenseOrContradictsItselfIsRefusedAndNothingMoves) {
-  const auto top = Face(*part_, kTop), bottom = Face(*part_, kBottom);
+  const std::vector<int> to_base = {base_.id}, to_mover = {mover_.id};
+  const int top = Face(kTop), bottom = Face(kBottom);
   ASSERT_EQ(HoldToBase(0, kTop, kBottom), PRO_TK_NO_ERROR);
-  const std::vector<Wanted> cases[] = {
-      {{4, {base_.id}, top, bottom}},
-      {{7, {base_.id}, top, bottom}},
-      {{99, {base_.id}, top, bottom}},
-      {{0, {mover_.id}, top, bottom}},
-      {{1, {base_.id}, top, bottom, 5}, {1, {base_.id}, top, bottom, 6}},
-      {{13, {}, {}, {}}, {1, {base_.id}, top, bottom, 5}},
+  const std::vector<ComponentConstraint> cases[] = {
+      {Between(4, to_base, top, bottom)},
+      {Between(7, to_base, top, bottom)},
+      {Between(99, to_base, top, bottom)},
+      {Between(0, to_mover, top, bottom)},
+      {Between(1, to_base, top, bottom, 5), Between(1, to_base, top, bottom, 6)},
+      {{13, {}, {}, {}}, Between(1, to_base, top, bottom, 5)},
   };
   for (const auto& set : cases) {
     SCOPED_TRACE(set.front().type);
@@ -176,7 +166,7 @@ TEST_F(AssembliesTest, WhatMakesNoSenseOrContradictsItselfIsRefusedAndNothingMov
     ExpectAt(mover_, {100, 50, 10});
     EXPECT_EQ(At(mover_).constraints.size(), 1u);
   }
-  EXPECT_NE(Hold(base_, {{0, {mover_.id}, top, bottom}}), PRO_TK_NO_ERROR) << "in a circle";
+  EXPECT_NE(Hold(base_, {Between(0, to_mover, top, bottom)}), PRO_TK_NO_ERROR) << "in a circle";
 }
 
 TEST_F(AssembliesTest, WhatIsHeldFollowsAndTakesItsHoldersFateIntoAccount) {
@@ -189,128 +179,119 @@ TEST_F(AssembliesTest, WhatIsHeldFollowsAndTakesItsHoldersFateIntoAccount) {
   EXPECT_EQ(ProSolidRegenerate(Assembly(), 16), PRO_TK_NO_ERROR);
   ExpectAt(mover_, {100, 50, 25 + 10});
 
-  int* ids = nullptr;
-  ASSERT_EQ(ProArrayAlloc(1, sizeof(int), 1, reinterpret_cast<ProArray*>(&ids)), PRO_TK_NO_ERROR);
-  ProFeatureDeleteOptions* options = nullptr;
-  ASSERT_EQ(ProArrayAlloc(1, sizeof(int), 1, reinterpret_cast<ProArray*>(&options)), PRO_TK_NO_ERROR);
-  ids[0] = base_.id;
-  EXPECT_EQ(ProFeatureWithoptionsDelete(Assembly(), ids, options, 0), PRO_TK_BAD_CONTEXT);
+  EXPECT_EQ(DeleteFeatures(*assembly_, {base_.id}, false), PRO_TK_BAD_CONTEXT);
   EXPECT_EQ(ProAsmcompAllConstrRemove(&mover_), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProFeatureWithoptionsDelete(Assembly(), ids, options, 0), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProArrayFree(reinterpret_cast<ProArray*>(&ids)), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProArrayFree(reinterpret_cast<ProArray*>(&options)), PRO_TK_NO_ERROR);
+  EXPECT_EQ(DeleteFeatures(*assembly_, {base_.id}, false), PRO_TK_NO_ERROR);
   ExpectAt(mover_, {100, 50, 35});
 }
 
-TEST_F(AssembliesTest, InsertBringsAxesOntoOneLineAndTangentLaysRoundOnFlat) {
-  Model& pin = NewPart(L"PIN");
-  const ProFeature circle =
-      Sketch(pin, L"ROUND", L"FRONT", [](ProSection section) { support::AddCircle(section, 0, 0, 5); });
-  ASSERT_EQ(Extrude(pin, circle, {.depth = 30}).status, PRO_TK_NO_ERROR);
-  const ProAsmcomp still = Place(pin, {10, 20, 0}), moved = Place(pin, {50, 60, 7});
-  const ProModelitem round = Cylinder(pin);
-  EXPECT_EQ(Hold(moved, {{4, {still.id}, round, round}}), PRO_TK_NO_ERROR);
-  ExpectAt(moved, {10, 20, 7});
-  // The right side is at x = 40, the axis 5 in front of it.
-  EXPECT_EQ(Hold(moved, {{7, {base_.id}, Face(*part_, kRight), round}}), PRO_TK_NO_ERROR);
-  ExpectAt(moved, {40 + 5, 20, 7});
-  // Along x from the still one's axis at (10, 20): 35 now, 5 + 5 where they touch.
-  EXPECT_EQ(Hold(moved, {{7, {still.id}, round, round}}), PRO_TK_NO_ERROR);
-  ExpectAt(moved, {10 + 5 + 5, 20, 7});
+// Each block has a top of 40 × 20 and 8000 mm³. The mover stands on the base's top: its far corner is at
+// (140, 70, 20).
+TEST_F(AssembliesTest, WhatIsSuppressedIsOutAndComesBackOntoWhatHoldsIt) {
+  ASSERT_EQ(HoldToBase(0, kTop, kBottom), PRO_TK_NO_ERROR);
+  const std::string of_base = std::to_string(base_.id) + "/", of_mover = std::to_string(mover_.id) + "/";
+  const std::string top = std::to_string(Face(kTop)) + ", type 34, area 800 mm², at 20 10 10 mm";
+  EXPECT_THAT(Answer("faces"), AllOf(SizeIs(6 + 6 + 1), Contains(StartsWith(of_base + top)),
+                                     Contains(StartsWith(of_mover + top))));
+  EXPECT_THAT(Answer("models"), Contains(AllOf(StartsWith("assembly FRAME"), HasSubstr("volume 16000 mm³"),
+                                               HasSubstr("size 140 x 70 x 20 mm"))));
+
+  EXPECT_NE(SuppressFeatures(*assembly_, {base_.id}), PRO_TK_NO_ERROR) << "it holds the mover";
+  ASSERT_EQ(SuppressFeatures(*assembly_, {mover_.id}), PRO_TK_NO_ERROR);
+  EXPECT_THAT(Answer("faces"), AllOf(SizeIs(6 + 1), Each(Not(StartsWith(of_mover)))));
+  EXPECT_THAT(Answer("models"), Contains(AllOf(StartsWith("assembly FRAME"), HasSubstr("volume 8000 mm³"),
+                                               HasSubstr("size 40 x 20 x 10 mm"))));
+  EXPECT_EQ(Put(mover_, {1, 2, 3}), PRO_TK_BAD_CONTEXT);
+  EXPECT_EQ(HoldToBase(2, kTop, kTop), PRO_TK_BAD_CONTEXT);
+  ASSERT_EQ(Put(base_, {0, 0, 25}), PRO_TK_NO_ERROR);
+  ASSERT_EQ(SuppressFeatures(*assembly_, {base_.id}), PRO_TK_NO_ERROR);
+  EXPECT_THAT(Answer("faces"), SizeIs(1));
+
+  // What holds it comes along.
+  ASSERT_EQ(ResumeFeatures(*assembly_, {mover_.id}, true), PRO_TK_NO_ERROR);
+  EXPECT_THAT(Answer("faces"), SizeIs(6 + 6 + 1));
+  ExpectAt(mover_, {100, 50, 25 + 10});
 }
 
 TEST_F(AssembliesTest, PathsLeadThroughSubassembliesAndUnits) {
   Model& outer = NewAssembly(L"OUTER");
   outer.length_unit = LengthUnit::kInch;
-  assembly_->features[5]->component->place = kNoMove;
+  Model& pin = NewPart(L"PIN");
+  const ProFeature circle =
+      Sketch(pin, L"ROUND", L"FRONT", [](ProSection section) { support::AddCircle(section, 0, 0, 5); });
+  ASSERT_EQ(Extrude(pin, circle, {.depth = 30}).status, PRO_TK_NO_ERROR);
+  const ProAsmcomp inner_pin = Place(pin, {50.8, 25.4, 0});
   // The frame a quarter turn about z at (1, 0, 2) inches: x runs along y.
   const ProAsmcomp frame =
       Place(*assembly_, {1, 0, 2}, Turned(kNoMove, {0, 0, 1}, std::numbers::pi / 2), &outer);
   const ProAsmcomp free = Place(*part_, {0, 0, 9}, kNoMove, &outer);
   int ids[PRO_MAX_ASSEM_LEVEL] = {frame.id, mover_.id};
-  ProMatrix start, place;
-  WriteMatrix(Shifted(kNoMove, {25.4, 0, 0}), start);
-  ASSERT_EQ(ProAsmcompPositionSet(nullptr, &mover_, start), PRO_TK_NO_ERROR);
+  ProMatrix place;
+  ASSERT_EQ(Put(mover_, {25.4, 0, 0}), PRO_TK_NO_ERROR);
   ProAsmcomppath path;
   ASSERT_EQ(ProAsmcomppathInit(SolidHandle(outer), ids, 2, &path), PRO_TK_NO_ERROR);
   ASSERT_EQ(ProAsmcomppathTrfGet(&path, PRO_B_TRUE, place), PRO_TK_NO_ERROR);
   EXPECT_LT(Length(TranslationOf(MatrixOf(place)) - Vector3{1, 1, 2}), 1e-9);
   assembly_ = &outer;
-  EXPECT_EQ(Hold(free, {{0, {frame.id, mover_.id}, Face(*part_, kTop), Face(*part_, kBottom)}}),
-            PRO_TK_NO_ERROR);
+  EXPECT_EQ(Hold(free, {Between(0, {frame.id, mover_.id}, Face(kTop), Face(kBottom))}), PRO_TK_NO_ERROR);
   ExpectAt(free, {0, 0, 2 + 10 / 25.4});
+  // The inner pin is 2 along x and 1 along y in the frame: 1 to the left and 2 up, from (1, 0).
+  const ProAsmcomp free_pin = Place(pin, {5, 5, 9});
+  EXPECT_EQ(Hold(free_pin, {Between(4, {frame.id, inner_pin.id}, Cylinder(pin), Cylinder(pin))}),
+            PRO_TK_NO_ERROR);
+  ExpectAt(free_pin, {1 - 1, 2, 9});
 
-  ProModelitem of_no_part = Face(*part_, kTop);
-  of_no_part = {PRO_FEATURE, frame.id, &outer};
+  ProModelitem of_no_part{PRO_FEATURE, frame.id, &outer};
   ProSelection selection = nullptr;
   EXPECT_EQ(ProSelectionAlloc(&path, &of_no_part, &selection), PRO_TK_BAD_INPUTS);
   ids[1] = 4711;
   EXPECT_EQ(ProAsmcomppathInit(SolidHandle(outer), ids, 2, &path), PRO_TK_E_NOT_FOUND);
-  ProMatrix at;
-  WriteMatrix(kNoMove, at);
-  ProAsmcomp none{};
-  EXPECT_NE(ProAsmcompAssemble(SolidHandle(*host().session.FindByName(L"FRAME", PRO_MDL_ASSEMBLY)),
-                               SolidHandle(outer), at, &none),
-            PRO_TK_NO_ERROR)
-      << "into itself";
+  Model& inner = *host().session.FindByName(L"FRAME", PRO_MDL_ASSEMBLY);
+  EXPECT_NE(AssembleComponent(inner, outer, kNoMove).status, PRO_TK_NO_ERROR) << "into itself";
 }
 
 TEST_F(AssembliesTest, AnInitialPositionPlacesAnewAndDropsTheConstraintsThatItsTreeLacks) {
   ASSERT_EQ(HoldToBase(0, kTop, kBottom), PRO_TK_NO_ERROR);
-  ProElement tree = nullptr;
-  ASSERT_EQ(ProFeatureElemtreeExtract(&mover_, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &tree), PRO_TK_NO_ERROR);
-  ProElempath path = nullptr;
-  ASSERT_EQ(ProElempathAlloc(&path), PRO_TK_NO_ERROR);
-  ProElempathItem item{PRO_ELEM_PATH_ITEM_ID, {611}};
-  ProElement element = nullptr;
-  ASSERT_EQ(ProElempathDataSet(path, &item, 1), PRO_TK_NO_ERROR);
-  ASSERT_EQ(ProElemtreeElementGet(tree, path, &element), PRO_TK_NO_ERROR);
-  ProMatrix place;
-  WriteMatrix(Shifted(kNoMove, {1, 2, 3}), place);
-  EXPECT_EQ(ProElementTransformSet(element, place), PRO_TK_NO_ERROR);
+  Feature& mover = *assembly_->FindFeature(mover_.id);
+  const auto tree = ComponentTree(mover);
+  tree->Child(611)->value = Shifted(kNoMove, {1, 2, 3});
   // With its constraints it stays on the base's top.
-  EXPECT_EQ(Redefine(mover_, tree).status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(RedefineComponent(*assembly_, mover, *tree).status, PRO_TK_NO_ERROR);
   ExpectAt(mover_, {1, 2, 10});
-  item.path_item.elem_id = 605;
-  ASSERT_EQ(ProElempathDataSet(path, &item, 1), PRO_TK_NO_ERROR);
-  ASSERT_EQ(ProElemtreeElementRemove(tree, path, &element), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProElementFree(&element), PRO_TK_NO_ERROR);
-  EXPECT_EQ(Redefine(mover_, tree).status, PRO_TK_NO_ERROR);
+  std::erase_if(tree->children, [](const auto& child) { return child->id == 605; });
+  EXPECT_EQ(RedefineComponent(*assembly_, mover, *tree).status, PRO_TK_NO_ERROR);
   ExpectAt(mover_, {1, 2, 3});
   EXPECT_TRUE(At(mover_).constraints.empty());
-  EXPECT_EQ(ProElempathFree(&path), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProFeatureElemtreeFree(&mover_, tree), PRO_TK_NO_ERROR);
 }
 
-TEST_F(AssembliesTest, AnAssemblyComesBackFromItsFilesWithWhatItPlaces) {
+TEST_F(AssembliesTest, ABackupTakesAllOfItElsewhereAndItComesBackFromThere) {
   ASSERT_EQ(HoldToBase(1, kTop, kBottom, 5), PRO_TK_NO_ERROR);
-  const std::wstring part = part_->name;
-  PathBuffer here(directory());
-  ASSERT_EQ(ProMdlnameBackup(Assembly(), here), PRO_TK_NO_ERROR);
-  EXPECT_EQ(part_->directory, directory());
+  EXPECT_TRUE(At(mover_).placed);
+  EXPECT_EQ(ProAsmcompSetPlaced(&mover_, PRO_B_FALSE), PRO_TK_NO_ERROR);
+  const std::wstring part = part_->name, elsewhere = PathOf(L"elsewhere");
+  PathBuffer there(elsewhere);
+  EXPECT_EQ(ProMdlnameBackup(Assembly(), there), PRO_TK_INVALID_DIR);
+  std::filesystem::create_directory(elsewhere);
+  ASSERT_EQ(ProMdlnameBackup(Assembly(), there), PRO_TK_NO_ERROR);
+  EXPECT_EQ(part_->directory, elsewhere);
+  EXPECT_EQ(assembly_->directory, elsewhere);
+  EXPECT_EQ(FilesHere(), std::vector<std::wstring>{L"elsewhere"});
   EXPECT_EQ(ProMdlErase(part_), PRO_TK_BAD_CONTEXT) << "the assembly places it";
   ASSERT_EQ(ProMdlErase(assembly_), PRO_TK_NO_ERROR);
   ASSERT_EQ(ProMdlErase(part_), PRO_TK_NO_ERROR);
 
+  ASSERT_EQ(ProDirectoryChange(there), PRO_TK_NO_ERROR);
   ASSERT_EQ(RetrieveModel(L"FRAME", PRO_MDL_ASSEMBLY, assembly_), PRO_TK_NO_ERROR);
   part_ = host().session.FindByName(part, PRO_MDL_PART);
   ASSERT_NE(part_, nullptr);
   mover_.owner = base_.owner = assembly_;
   ExpectAt(mover_, {100, 50, 15});
-  // Two blocks of 8000 mm³, from the one's origin to the other's far corner.
-  EXPECT_NEAR(*ExtentOf(*assembly_).volume, 2 * 40 * 20 * 10, 1e-6);
-  EXPECT_LT(Length(ExtentOf(*assembly_).outline->high - Vector3{140, 70, 25}), 1e-6);
-  ProAsmcompconstraint* constraints = nullptr;
-  ASSERT_EQ(ProAsmcompConstraintsGet(&mover_, &constraints), PRO_TK_NO_ERROR);
-  ProSelection reference = nullptr;
-  ProDatumside side;
-  ASSERT_EQ(ProAsmcompconstraintAsmreferenceGet(constraints[0], &reference, &side), PRO_TK_NO_ERROR);
-  ProAsmcomppath path;
-  EXPECT_EQ(ProSelectionAsmcomppathGet(reference, &path), PRO_TK_NO_ERROR);
-  EXPECT_EQ(path.table_num, 1);
-  EXPECT_EQ(path.comp_id_table[0], base_.id);
-  EXPECT_EQ(ProSelectionFree(&reference), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProAsmcompconstraintArrayFree(constraints), PRO_TK_NO_ERROR);
+  // It is what was said of it, whatever its constraints.
+  EXPECT_FALSE(At(mover_).placed);
+  EXPECT_THAT(Answer("models"), Contains(AllOf(StartsWith("assembly FRAME"), HasSubstr("volume 16000 mm³"),
+                                               HasSubstr("size 140 x 70 x 25 mm"))));
+  ASSERT_EQ(At(mover_).constraints.size(), 1u);
+  EXPECT_EQ(At(mover_).constraints[0].on_assembly->path, std::vector{base_.id});
 }
 
 TEST_F(AssembliesTest, AMissingModelLeavesAComponentWithoutOneAndAComplaint) {
@@ -324,15 +305,42 @@ TEST_F(AssembliesTest, AMissingModelLeavesAComponentWithoutOneAndAComplaint) {
   mover_.owner = assembly_;
   ProMdl model = nullptr;
   EXPECT_EQ(ProAsmcompMdlGet(&mover_, &model), PRO_TK_E_NOT_FOUND);
-  EXPECT_FALSE(ExtentOf(*assembly_).volume);
+  EXPECT_THAT(Answer("models"), Contains(AllOf(StartsWith("assembly FRAME"), Not(HasSubstr("volume")))));
   ExpectAt(mover_, {100, 50, 70});
 }
 
-TEST_F(AssembliesTest, ComponentsAreNotExportedAndNoFileSaysOtherwise) {
-  PathBuffer path(directory() + L"\\frame");
-  constexpr auto kStep = static_cast<ProIntf3DFileType>(1);
-  EXPECT_EQ(ProIntf3DFileWriteWithDefaultProfile(Assembly(), kStep, path), PRO_TK_NOT_IMPLEMENTED);
-  EXPECT_FALSE(std::filesystem::exists(PathOf(L"frame.stp")));
+TEST_F(AssembliesTest, AnExportHoldsEveryComponentInPlaceButThoseThatAreOut) {
+  // An inch assembly, twice in a metre one: 10 in = 254 mm, 5 in = 127 mm, 7 in = 177.8 mm, 2 m = 2000 mm.
+  assembly_->length_unit = LengthUnit::kInch;
+  At(mover_).place = Shifted(kNoMove, {10, 5, 7});
+  Model& whole = NewAssembly(L"WHOLE");
+  whole.length_unit = LengthUnit::kMetre;
+  const ProAsmcomp sub = Place(*assembly_, {0, 2, 0}, Turned(kNoMove, {0, 0, 1}, std::numbers::pi), &whole);
+  const ProAsmcomp out = Place(*part_, {1, 2, 3}, kNoMove, &whole);
+  const ProAsmcomp second = Place(*assembly_, {0, 0, 0}, kNoMove, &whole);
+  whole.FindFeature(out.id)->status = PRO_FEAT_SUPPRESSED;
+
+  const auto scene = nlohmann::json::parse('{' + SceneFields(whole) + '}');
+  ASSERT_EQ(scene["models"].size(), 3u);
+  EXPECT_EQ(scene["root"], 2);
+  EXPECT_EQ(scene["models"][0]["name"], "PART");
+  const auto expect_component = [&](int model, int index, int id, int places,
+                                    const std::vector<double>& place) {
+    const nlohmann::json& component = scene["models"][model]["components"][index];
+    EXPECT_EQ(component["id"], id);
+    EXPECT_EQ(component["model"], places);
+    EXPECT_THAT(component["place"].get<std::vector<double>>(),
+                testing::Pointwise(testing::DoubleNear(1e-9), place));
+  };
+  expect_component(1, 0, base_.id, 0, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0});
+  expect_component(1, 1, mover_.id, 0, {1, 0, 0, 254, 0, 1, 0, 127, 0, 0, 1, 177.8});
+  expect_component(2, 0, sub.id, 1, {-1, 0, 0, 0, 0, -1, 0, 2000, 0, 0, 1, 0});
+  expect_component(2, 1, second.id, 1, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0});
+
+  PathBuffer path(directory() + L"\\whole");
+  ASSERT_EQ(ProIntf3DFileWriteWithDefaultProfile(SolidHandle(whole), static_cast<ProIntf3DFileType>(1), path),
+            PRO_TK_NO_ERROR);
+  EXPECT_GT(std::filesystem::file_size(PathOf(L"whole.stp")), 1000u);
 }
 
 }  // namespace

@@ -1,80 +1,113 @@
 // Adding constraints between occurrences, and listing them.
-#include "addin/text/utf8.h"
-#include "tests/operations/assembly_pair.h"
+#include <numbers>
+
+#include "tests/operations/assembly_ground.h"
 
 namespace vek::support {
 namespace {
 
 constexpr const wchar_t* kAdd = L"api_assembly_add_constraint";
 constexpr const wchar_t* kList = L"api_assembly_list_constraints";
+constexpr double kRoot3 = std::numbers::sqrt3;
 
-class AssemblyConstraints : public AssemblyPairTest {
+class AssemblyConstraints : public AssemblyTest {
  protected:
-  void ExpectMessage(const std::wstring& arguments, const std::wstring& message) {
-    const auto result = Run(kAdd, arguments);
-    EXPECT_TRUE(result.success);
-    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
-    EXPECT_EQ(result.dataJson, L"null");
+  // As C and D: about the part's Z axis, from z = 0 to 20, with the radius 5.
+  void PlaceShafts() {
+    NewPart();
+    Succeed(L"api_sketch_create", LR"({"name":"ROUND","plane":"XY"})");
+    Succeed(L"api_sketch_circle_center_radius", LR"({"sketch_name":"ROUND","cx":0,"cy":0,"radius":5})");
+    Succeed(L"api_feature_extrude", LR"({"sketch_name":"ROUND","distance_mm":20})");
+    PlaceTwice(L"shaft", L"C", L"D");
+  }
+  // Free, at kPlaceOfB, turned about X, Y and Z.
+  void Free(const wchar_t* name, const wchar_t* angles) {
+    static constexpr wchar_t kPose[] = LR"({"kind":"%s","refs":["%s"],"param":%s})";
+    const wchar_t* operation = L"api_assembly_add_ir_constraint";
+    Succeed(operation, Format(kPose, L"FixedPoint", name, L"[30,40,7]"));
+    Succeed(operation, Format(kPose, L"FixedRotation", name, angles));
   }
 };
 
-TEST_F(AssemblyConstraints, AWordAndItsOffsetGiveATypeAndAMessage) {
+// Where the point (1, 2, 3) of the moved part comes to lie. Its origin begins in (30, 40, 7). A half turn
+// about X makes (x, -y, -z) of (x, y, z), one about Y (-x, y, -z); the reference in the assembly is A's
+// bottom, at z = 0, whose normal is -Z, or C's wall, whose axis is Z.
+TEST_F(AssemblyConstraints, AWordAndItsOffsetGiveATypeAPlaceAndAMessage) {
   PlaceBlocks();
-  const struct {
-    const wchar_t* request;
-    const wchar_t* message;
-    int type;
-    std::optional<double> offset;
-  } cases[] = {
-      {LR"("type":"MATE")", L"mate constraint added between 'B' and 'A'.", 0, {}},
-      {LR"("type":"mate","offset_mm":0)", L"mate constraint added between 'B' and 'A'.", 0, {}},
-      {LR"("type":"mate","offset_mm":5)", L"mate constraint added between 'B' and 'A', offset=5 mm.", 1, 5},
-      {LR"("type":"flush","offset_mm":-2.5)", L"flush constraint added between 'B' and 'A', offset=-2.5 mm.",
-       3, -2.5},
-      {LR"("type":"distance")", L"distance constraint added between 'B' and 'A', offset=0 mm.", 1, 0},
-      {LR"("type":"parallel","offset_mm":3)", L"parallel constraint added between 'B' and 'A', offset=3 mm.",
-       5, 3},
-      {LR"("type":"angle","angle_deg":30,"offset_mm":7)",
-       L"Angle constraint 30\u00b0 added between 'B' and 'A'.", 31, 30},
-      {LR"("type":"perpendicular")", L"perpendicular constraint added between 'B' and 'A'.", 34, {}},
-  };
-  for (const auto& [request, message, type, offset] : cases) {
-    ExpectMessage(Format(LR"({%s,"occurrence1":"B","occurrence2":"A"})", request), message);
-    ASSERT_EQ(Constraints(L"B").size(), 1u);
-    EXPECT_EQ(Constraints(L"B")[0].type, type);
-    EXPECT_EQ(Constraints(L"B")[0].offset, offset);
-    EXPECT_TRUE(Constraints(L"A").empty());
-  }
-}
-
-// Both axes run along Z, so B only comes over A: (1, 2, 3) of B goes to (1, 2, 7 + 3).
-TEST_F(AssemblyConstraints, AnInsertedShaftComesIntoLine) {
   PlaceShafts();
-  for (const wchar_t* word : {L"insert", L" Concentric"}) {
-    Succeed(kAdd, Format(LR"({"type":"%s","occurrence1":"B","occurrence2":"A"})", word));
-    ASSERT_EQ(Constraints(L"B").size(), 1u);
-    EXPECT_EQ(Constraints(L"B")[0].type, 4);
-    ExpectPoint(L"B", {1, 2, 3}, {1, 2, 10});
+  static constexpr wchar_t kRequest[] =
+      LR"({"occurrence1":"%s","occurrence2":"%s","type":"%s","offset_mm":%s,"angle_deg":30})";
+  const bench::Vector3 kUp{31, 42, 28.4}, kOnto{31, 38, -3}, kStays{31, 42, 10}, kAt90{31, 37, 9};
+  // y is 2 cos 30 - 3 sin 30, z is 2 sin 30 + 3 cos 30.
+  const bench::Vector3 kAt30{31, 40 + kRoot3 - 1.5, 7 + 1 + 1.5 * kRoot3};
+  const struct {
+    const wchar_t *moved, *held_to, *turned, *word, *offset_mm, *head, *tail;
+    int type;
+    std::optional<double> offset;  // mm, degrees
+    bench::Vector3 point;
+  } cases[] = {
+      // The bottoms face each other already, and come onto each other.
+      {L"B", L"A", L"[0,180,0]", L"MATE", L"0", L"mate constraint", L"", 0, {}, {29, 42, -3}},
+      // They look the same way: a half turn about X.
+      {L"B", L"A", L"[0,0,0]", L"coincident", L"null", L"coincident constraint", L"", 0, {}, {31, 38, -3}},
+      // 5 along the normal: the bottom at z = -5.
+      {L"B", L"A", L"[180,0,0]", L"mate", L"5", L"mate constraint", L", offset=5 mm", 1, 5, {31, 38, -8}},
+      {L"B", L"A", L"[0,0,0]", L"Flush", L"0", L"flush constraint", L"", 2, {}, {31, 42, 3}},
+      // 25.4 against the normal: up.
+      {L"B", L"A", L"[0,0,0]", L"flush", L"-25.4", L"flush constraint", L", offset=-25.4 mm", 3, -25.4, kUp},
+      {L"B", L"A", L"[180,0,0]", L"distance", L"0", L"distance constraint", L", offset=0 mm", 1, 0, kOnto},
+      // Back by 30 degrees, or on to 180; the origin stays.
+      {L"B", L"A", L"[30,0,0]", L"parallel", L"3", L"parallel constraint", L", offset=3 mm", 5, 3, kStays},
+      {L"B", L"A", L"[150,0,0]", L"parallel", L"0", L"parallel constraint", L"", 5, {}, {31, 38, 4}},
+      // From 60 degrees about X to 30, or on to 90: y is -3, z is 2.
+      {L"B", L"A", L"[60,0,0]", L"angle", L"7", L"Angle constraint 30\u00b0", L"", 31, 30, kAt30},
+      {L"B", L"A", L"[60,0,0]", L"perpendicular", L"0", L"perpendicular constraint", L"", 34, {}, kAt90},
+      // Upright again and over the axis, at the old height; a turn about the axis stays: (-2, 1).
+      {L"D", L"C", L"[0,90,0]", L"insert", L"0", L"insert constraint", L"", 4, {}, {1, 2, 10}},
+      {L"D", L"C", L"[0,0,90]", L" Concentric", L"0", L" concentric constraint", L"", 4, {}, {-2, 1, 10}},
+      // (30, 40) is 50 from the axis; two radii from it is (6, 8).
+      {L"D", L"C", L"[0,0,0]", L"tangent", L"0", L"tangent constraint", L"", 7, {}, {7, 10, 10}},
+      // A block has no cylinder, so its bottom serves: the axis a radius below it, at z = -5. A quarter turn
+      // about Y makes (3, 2, -1) of (1, 2, 3).
+      {L"D", L"A", L"[0,90,0]", L"tangent", L"0", L"tangent constraint", L"", 7, {}, {33, 42, -6}},
+  };
+  for (const auto unit : {bench::LengthUnit::kMillimetre, bench::LengthUnit::kInch}) {
+    assembly().length_unit = unit;
+    for (const auto& [moved, held_to, turned, word, offset_mm, head, tail, type, offset, point] : cases) {
+      SCOPED_TRACE(EncodeUtf8(Format(L"%s %s", word, turned)));
+      Free(moved, turned);
+      ExpectMessage(kAdd, Format(kRequest, moved, held_to, word, offset_mm),
+                    Format(L"%s added between '%s' and '%s'%s.", head, moved, held_to, tail));
+      ASSERT_EQ(Constraints(moved).size(), 1u);
+      const bench::ComponentConstraint& added = Constraints(moved)[0];
+      EXPECT_EQ(added.type, type);
+      EXPECT_EQ(added.offset.has_value(), offset.has_value());
+      const double units = type == 31 ? 1 : bench::MillimetresPer(unit);
+      EXPECT_NEAR(added.offset.value_or(0) * units, offset.value_or(0), 1e-9);
+      ExpectPoint(moved, {1, 2, 3}, point);
+    }
+    EXPECT_TRUE(Constraints(L"A").empty());
+    ExpectPoint(L"A", {1, 2, 3}, {1, 2, 3});
   }
 }
 
 TEST_F(AssemblyConstraints, GroundingAndFloating) {
   PlaceBlocks();
   for (const wchar_t* word : {L"", L"Ground", L"fixed"}) {
-    ExpectMessage(Format(LR"({"type":"%s","occurrence1":"b"})", word), L"Occurrence 'B' grounded.");
+    ExpectMessage(kAdd, Format(LR"({"type":"%s","occurrence1":"b"})", word), L"Occurrence 'B' grounded.");
     ASSERT_EQ(Constraints(L"B").size(), 1u);
     EXPECT_EQ(Constraints(L"B")[0].type, 13);
     ExpectPoint(L"B", {0, 0, 0}, kPlaceOfB);
   }
   for (const wchar_t* word : {L"unground", L"FLOAT"}) {
-    ExpectMessage(Format(LR"({"type":"%s","occurrence1":"b"})", word),
+    ExpectMessage(kAdd, Format(LR"({"type":"%s","occurrence1":"b"})", word),
                   L"Occurrence 'B' ungrounded (floated).");
     EXPECT_TRUE(Constraints(L"B").empty());
     Succeed(kAdd, LR"({"occurrence1":"B"})");
   }
 }
 
-TEST_F(AssemblyConstraints, WhatIsWrongIsTold) {
+TEST_F(AssemblyConstraints, WhatIsWrongIsToldAndLeavesNothing) {
   PlaceBlocks();
   const wchar_t* kBoth = L"'occurrence1' and 'occurrence2' are required for binary constraints.";
   const struct {
@@ -91,47 +124,32 @@ TEST_F(AssemblyConstraints, WhatIsWrongIsTold) {
       {LR"({"type":"mate","occurrence1":"B","occurrence2":"C"})",
        L"Occurrence 'C' not found. Use list_components 'name' (occurrence) or 'part_number' (Model Tree "
        L"name)."},
+      // Blocks have no axes.
+      {LR"({"type":"insert","occurrence1":"B","occurrence2":"A"})",
+       L"Failed to apply constraint between 'B' and 'A' (status=-1)."},
   };
   for (const auto& [arguments, message] : cases) ExpectFailure(kAdd, arguments, message);
-}
 
-TEST_F(AssemblyConstraints, AFailingCallIsToldAndLeavesNothing) {
-  PlaceBlocks();
-  const struct {
-    const char* call;
-    int occurrence;
-    const wchar_t* message;
-  } cases[] = {
-      {"ProSolidSurfaceVisit", 1, L"No compatible face found on 'B'."},
-      {"ProSolidSurfaceVisit", 2, L"No compatible face found on 'A'."},
-      {"ProSelectionAlloc", 1, L"Failed to allocate selection for occurrence 'A'."},
-      {"ProSelectionAlloc", 2, L"Failed to allocate component geometry selection."},
-      {"ProAsmcompconstraintAlloc", 1, L"Failed to allocate assembly constraint."},
-      {"ProAsmcompconstraintCompreferenceSet", 1, L"Failed to populate assembly constraint."},
-      {"ProAsmcompconstraintOffsetSet", 1, L"Failed to set constraint offset."},
-      {"ProArrayObjectAdd", 1, L"Failed to build constraint array."},
-      {"ProAsmcompConstraintsSet", 1, L"Failed to apply constraint between 'B' and 'A' (status=-8)."},
-  };
-  for (const auto& [call, occurrence, message] : cases) {
-    faults().Fail(call, -8, occurrence, occurrence);
-    ExpectFailure(kAdd, LR"({"type":"distance","occurrence1":"B","occurrence2":"A"})", message);
-    faults().Clear();
-    EXPECT_TRUE(Constraints(L"B").empty()) << call;
-    ExpectPoint(L"B", {0, 0, 0}, kPlaceOfB);
-  }
+  // B is the second of the first walk.
+  faults().Fail("ProAsmcompMdlGet", -8, 2);
+  ExpectFailure(kAdd, LR"({"type":"mate","occurrence1":"B","occurrence2":"A"})",
+                L"Constraint occurrences must reference loaded models.");
   faults().Fail("ProAsmcompAllConstrRemove", -8);
   ExpectFailure(kAdd, LR"({"type":"float","occurrence1":"B"})",
                 L"Failed to unground occurrence 'B' (status=-8).");
+  EXPECT_TRUE(Constraints(L"B").empty());
+  ExpectPoint(L"B", {0, 0, 0}, kPlaceOfB);
 }
 
 TEST_F(AssemblyConstraints, TheListingNamesBothSidesAndFilters) {
   PlaceBlocks();
   Succeed(kAdd, LR"({"occurrence1":"A"})");
   Succeed(kAdd, LR"({"type":"flush","occurrence1":"B","occurrence2":"A","offset_mm":1})");
+  Succeed(L"api_assembly_suppress_occurrence", LR"({"occurrence_name":"B"})");
   const std::wstring ground =
       LR"({"name":"A_ground_1","type":"ground","suppressed":false,"occ1":"A","occ2":""})";
   const std::wstring flush =
-      LR"({"name":"B_align_offset_1","type":"align_offset","suppressed":false,"occ1":"B","occ2":"A"})";
+      LR"({"name":"B_align_offset_1","type":"align_offset","suppressed":true,"occ1":"B","occ2":"A"})";
   const struct {
     const wchar_t* filter;
     int count;

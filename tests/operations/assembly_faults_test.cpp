@@ -1,4 +1,4 @@
-// Every toolkit call of adding, listing and moving fails once: each run answers with a message and gives back
+// Every toolkit call of the assembly operations fails once: each run answers with a message and gives back
 // what it was given.
 #include "tests/operations/assembly_ground.h"
 
@@ -36,11 +36,6 @@ class AssemblyFaults : public AssemblyTest {
   }
 };
 
-TEST_F(AssemblyFaults, OfTheListing) {
-  bench::Model& bolt = Part(L"BOLT");
-  Sweep(L"api_assembly_list_components", L"{}", 10, [&] { PlaceAlone(bolt); });
-}
-
 TEST_F(AssemblyFaults, OfAdding) {
   bench::Model& bolt = Part(L"BOLT");
   const std::wstring elsewhere = bolt.directory + L"\\lib";
@@ -59,6 +54,17 @@ TEST_F(AssemblyFaults, OfMovingUpToTheLastRung) {
     faults().NoEffect("ProAsmcompPositionSet");
     faults().NoEffect("ProFeatureWithoptionsRedefine");
   });
+}
+
+TEST_F(AssemblyFaults, OfConstraintsAndListings) {
+  PlaceBlocks();
+  const auto free = [this] { Constraints(L"B").clear(); };
+  Sweep(L"api_assembly_add_constraint",
+        LR"({"type":"distance","offset_mm":5,"occurrence1":"B","occurrence2":"A"})", 50, free);
+  Sweep(L"api_assembly_list_constraints", L"{}", 20, [] {});
+  Sweep(L"api_assembly_list_components", L"{}", 10, [] {});
+  Sweep(L"api_assembly_add_ir_constraint", LR"({"kind":"Plane","refs":["B@@>Z","A@@<X"],"param":5})", 50,
+        free);
 }
 
 }  // namespace

@@ -19,8 +19,6 @@ constexpr const wchar_t* kMovedData =
     LR"({"occurrence_name":"A","from_mm":[1,2,3],"to_mm":[11,-2,3.5],"delta_mm":[10,-4,0.5]})";
 constexpr const wchar_t* kUnmovedData =
     LR"({"occurrence_name":"A","from_mm":[1,2,3],"to_mm":[1,2,3],"delta_mm":[0,0,0]})";
-const std::vector<std::string> kRungs = {"ProAsmcompPositionSet", "ProFeatureWithoptionsRedefine",
-                                         "ProFeatureWithoptionsDelete", "ProAsmcompAssemble"};
 
 class AssemblyMoving : public AssemblyTest {
  protected:
@@ -28,20 +26,29 @@ class AssemblyMoving : public AssemblyTest {
     AssemblyTest::SetUp();
     part_ = &Part(L"BOLT");
     a_ = Place(*part_, L"A", {1, 2, 3}).id;
-    FeatureNamed(L"A")->component->constraints.push_back({13, {}, {}, {}});
+    Constraints(L"A").push_back({13, {}, {}, {}});
     ClearHistory();
+  }
+
+  void PutA(const bench::Vector3& at) { PlaceOf(L"A") = bench::Shifted(bench::kNoMove, at); }
+  // Nothing but placing anew helps, and then as many positions aren't taken.
+  void LeaveTheLastRung(int seats_missed = 0) {
+    faults().NoEffect("ProAsmcompPositionSet", 1, 1 + seats_missed);
+    faults().NoEffect("ProFeatureWithoptionsRedefine");
   }
 
   void ExpectFailedMove(const std::wstring& message, const wchar_t* data) {
     const auto result = Run(kMove, kMoveA);
+    faults().Clear();
     EXPECT_FALSE(result.success);
     EXPECT_EQ(result.message, message);
     EXPECT_EQ(result.dataJson, data);
     EXPECT_TRUE(UndoStack().empty());
-    EXPECT_TRUE(FeatureNamed(L"A") == nullptr || FeatureNamed(L"A")->component->constraints.empty());
+    EXPECT_TRUE(FeatureNamed(L"A") == nullptr || Constraints(L"A").empty());
   }
   void ExpectMoved() {
     const auto result = Run(kMove, kMoveA);
+    faults().Clear();
     EXPECT_EQ(result.message, L"Occurrence 'A' moved by (10,-4,0.5) mm.");
     EXPECT_EQ(result.dataJson, kMovedData);
     EXPECT_TRUE(result.success);
@@ -54,213 +61,177 @@ class AssemblyMoving : public AssemblyTest {
 
 TEST_F(AssemblyMoving, AnOccurrenceLosesItsConstraintsAndStandsWhereItWasAsked) {
   ExpectMoved();
-  EXPECT_EQ(FeatureNamed(L"A")->id, a_);
-  EXPECT_TRUE(FeatureNamed(L"A")->component->constraints.empty());
+  EXPECT_EQ(Occurrence(L"A").id, a_);
+  EXPECT_TRUE(Constraints(L"A").empty());
   ASSERT_EQ(UndoStack().size(), 1u);
   const HistoryEntry& entry = UndoStack().back();
   EXPECT_EQ(entry.label, L"Move A");
   EXPECT_THAT((std::vector{entry.from_x, entry.from_y, entry.from_z}), ElementsAre(1, 2, 3));
   EXPECT_THAT((std::vector{entry.to_x, entry.to_y, entry.to_z}), ElementsAre(11, -2, 3.5));
 
-  ExpectFailure(kMove, L"{}", L"'occurrence_name' is required.");
-  NewPart();
-  ExpectFailure(kMove, kMoveA, L"Assembly operations require an active assembly document.");
+  // It goes back by what it moved, from where it stands now.
+  PutA({100, 0, 0});
+  Succeed(L"api_document_undo");
+  ExpectAt(L"A", {90, 4, -0.5});
+  Succeed(L"api_document_redo");
+  ExpectAt(L"A", {100, 0, 0});
+  // Among other steps: what is suppressed can't be moved, so their order matters.
+  Succeed(L"api_assembly_suppress_occurrence", LR"({"occurrence_name":"A"})");
+  Succeed(L"api_document_undo", LR"({"count":2})");
+  ExpectAt(L"A", {90, 4, -0.5});
+  EXPECT_EQ(Occurrence(L"A").status, PRO_FEAT_ACTIVE);
+  Succeed(L"api_document_redo", LR"({"count":2})");
+  ExpectAt(L"A", {100, 0, 0});
+  EXPECT_EQ(Occurrence(L"A").status, PRO_FEAT_SUPPRESSED);
+  EXPECT_EQ(UndoStack().size(), 2u);
+  EXPECT_TRUE(RedoStack().empty());
 }
 
 TEST_F(AssemblyMoving, AMoveByNothingIsAMove) {
   const auto result = Run(kMove, LR"({"occurrence_name":"bolt"})");
   EXPECT_EQ(result.message, L"Occurrence 'A' moved by (0,0,0) mm.");
   EXPECT_EQ(result.dataJson, kUnmovedData);
-  EXPECT_TRUE(FeatureNamed(L"A")->component->constraints.empty());
+  EXPECT_TRUE(Constraints(L"A").empty());
   EXPECT_EQ(UndoStack().size(), 1u);
 }
 
+TEST_F(AssemblyMoving, AMoveToNoNumberLeavesTheOccurrenceWhereItIs) {
+  const auto result = Run(kMove, LR"({"occurrence_name":"A","dx_mm":nan})");
+  EXPECT_EQ(result.message,
+            L"Failed to persist placement for 'A' (PositionSet status=-2; The target position is not finite.).");
+  EXPECT_EQ(result.dataJson, kUnmovedData);
+  EXPECT_EQ(bench::TranslationOf(PlaceOf(L"A")), (bench::Vector3{1, 2, 3}));
+}
+
 TEST_F(AssemblyMoving, EachRungIsClimbedOnlyWhenTheOneBelowMissed) {
+  const std::string set = "ProAsmcompPositionSet", redefine = "ProFeatureWithoptionsRedefine",
+                    erase = "ProFeatureWithoptionsDelete", assemble = "ProAsmcompAssemble";
+  const std::vector<std::string> to_the_top = {set, redefine, erase, assemble, set};
+  enum class Redefinition { kTaken, kNotTaken, kRefused };
+  using enum Redefinition;
   const struct {
     const char* what;
-    void (*fault)(bench::FaultPlan&);
+    int refused_positions;
+    bool position_taken;
+    Redefinition redefinition;
     std::vector<std::string> climbed;
-    bool placed_anew;
   } cases[] = {
-      {"all well", [](bench::FaultPlan&) {}, {kRungs[0]}, false},
-      {"the position takes a path",
-       [](bench::FaultPlan& plan) { plan.Fail("ProAsmcompPositionSet", PRO_TK_BAD_CONTEXT); },
-       {kRungs[0], kRungs[0]},
-       false},
-      {"the position is refused",
-       [](bench::FaultPlan& plan) { plan.Fail("ProAsmcompPositionSet", PRO_TK_BAD_CONTEXT, 1, 2); },
-       {kRungs[0], kRungs[0], kRungs[1]},
-       false},
-      {"the position is not taken",
-       [](bench::FaultPlan& plan) { plan.NoEffect("ProAsmcompPositionSet"); },
-       {kRungs[0], kRungs[1]},
-       false},
-      {"the redefinition is not taken",
-       [](bench::FaultPlan& plan) {
-         plan.NoEffect("ProAsmcompPositionSet");
-         plan.NoEffect("ProFeatureWithoptionsRedefine");
-       },
-       {kRungs[0], kRungs[1], kRungs[2], kRungs[3], kRungs[0]},
-       true},
-      {"the redefinition is refused",
-       [](bench::FaultPlan& plan) {
-         plan.NoEffect("ProAsmcompPositionSet");
-         plan.Fail("ProFeatureWithoptionsRedefine", PRO_TK_GENERAL_ERROR);
-         plan.Before(
-             "ProAsmcompRegenerate", [] {}, 1);
-       },
-       {kRungs[0], kRungs[1], kRungs[2], kRungs[3], kRungs[0]},
-       true},
+      {"all well", 0, true, kTaken, {set}},
+      {"the position takes a path", 1, true, kTaken, {set, set}},
+      {"the position is refused", 2, true, kTaken, {set, set, redefine}},
+      {"the position is not taken", 0, false, kTaken, {set, redefine}},
+      {"the redefinition is not taken", 0, false, kNotTaken, to_the_top},
+      {"the redefinition is refused", 0, false, kRefused, to_the_top},
   };
-  for (const auto& [what, fault, climbed, placed_anew] : cases) {
-    SCOPED_TRACE(what);
-    bench::Feature& before = *FeatureNamed(L"A");
-    before.component->place = bench::Shifted(bench::kNoMove, {1, 2, 3});
-    const int id = before.id;
-    fault(faults());
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    PutA({1, 2, 3});
+    const int id = Occurrence(L"A").id;
+    if (each.refused_positions > 0) faults().Fail(set, PRO_TK_BAD_CONTEXT, 1, each.refused_positions);
+    if (!each.position_taken) faults().NoEffect(set);
+    if (each.redefinition == kNotTaken) faults().NoEffect(redefine);
+    if (each.redefinition == kRefused) faults().Fail(redefine, PRO_TK_GENERAL_ERROR);
     const std::uint64_t mark = host().journal.Mark();
     ExpectMoved();
-    faults().Clear();
-    EXPECT_EQ(CallsSince(mark, kRungs), climbed);
-    EXPECT_EQ(FeatureNamed(L"A")->id != id, placed_anew);
+    EXPECT_EQ(CallsSince(mark, {set, redefine, erase, assemble}), each.climbed);
+    EXPECT_EQ(Occurrence(L"A").id != id, each.climbed == to_the_top);
   }
 }
 
 TEST_F(AssemblyMoving, ANameThatCameOfTheIdOutlivesIt) {
   bench::Feature& unnamed = Place(*part_, L"");
   const std::wstring name = Format(L"COMP_%d", unnamed.id);
-  faults().NoEffect("ProAsmcompPositionSet");
-  faults().NoEffect("ProFeatureWithoptionsRedefine");
+  LeaveTheLastRung();
   Succeed(kMove, Format(LR"({"occurrence_name":"%s","dz_mm":6})", name));
   ExpectAt(name, {0, 0, 6});
-  EXPECT_NE(Format(L"COMP_%d", FeatureNamed(name)->id), name);
+  EXPECT_NE(Format(L"COMP_%d", Occurrence(name).id), name);
 }
 
 TEST_F(AssemblyMoving, ALastResortThatFailsTellsWhy) {
   const struct {
     const char* call;
-    int first, last;
-    const wchar_t* reason;
-    const wchar_t* data;
+    int occurrence;
+    const wchar_t *reason, *data;
   } cases[] = {
       // The model is asked for once by the lookup before.
-      {"ProAsmcompMdlGet", 2, 2, L"Failed to resolve model for occurrence 'A' during reassemble move.",
+      {"ProAsmcompMdlGet", 2, L"Failed to resolve model for occurrence 'A' during reassemble move.",
        kUnmovedData},
       // The redefinition's options are the first array.
-      {"ProArrayAlloc", 2, 2, L"Failed to allocate feature-id array for delete.", kUnmovedData},
-      {"ProArrayAlloc", 3, 3, L"Failed to allocate delete options.", kUnmovedData},
-      {"ProFeatureWithoptionsDelete", 1, 1,
-       L"Failed to delete occurrence 'A' for reassemble move (status=-1).", kUnmovedData},
-      {"ProAsmcompAssemble", 1, 1, L"Failed to reassemble occurrence 'A' at new pose (status=-1).",
-       // Nothing is left whose place could be read.
+      {"ProArrayAlloc", 2, L"Failed to allocate feature-id array for delete.", kUnmovedData},
+      {"ProArrayAlloc", 3, L"Failed to allocate delete options.", kUnmovedData},
+      {"ProFeatureWithoptionsDelete", 1, L"Failed to delete occurrence 'A' for reassemble move (status=-1).",
+       kUnmovedData},
+      // Nothing is left whose place could be read.
+      {"ProAsmcompAssemble", 1, L"Failed to reassemble occurrence 'A' at new pose (status=-1).",
        LR"({"occurrence_name":"A","from_mm":[1,2,3],"to_mm":[0,0,0],"delta_mm":[-1,-2,-3]})"},
   };
-  for (const auto& [call, first, last, reason, data] : cases) {
+  for (const auto& [call, occurrence, reason, data] : cases) {
     SCOPED_TRACE(call);
-    faults().NoEffect("ProAsmcompPositionSet");
-    faults().NoEffect("ProFeatureWithoptionsRedefine");
-    faults().Fail(call, PRO_TK_GENERAL_ERROR, first, last);
+    LeaveTheLastRung();
+    faults().Fail(call, PRO_TK_GENERAL_ERROR, occurrence, occurrence);
     ExpectFailedMove(Format(L"Failed to persist placement for 'A' (PositionSet status=0; %s).", reason),
                      data);
-    faults().Clear();
   }
   EXPECT_EQ(FeatureNamed(L"A"), nullptr);
 }
 
 TEST_F(AssemblyMoving, ASeatThatIsNotTakenIsTriedOnceMoreAndReported) {
-  faults().NoEffect("ProAsmcompPositionSet", 1, 3);
-  faults().NoEffect("ProFeatureWithoptionsRedefine");
   // The third regeneration is that of the new component: it is pushed away just before.
   const auto push_away = [this] {
     assembly().features.back()->component->place = bench::Shifted(bench::kNoMove, {0, 0, 9});
   };
+  LeaveTheLastRung(2);
   faults().Before("ProAsmcompRegenerate", push_away, 3);
   ExpectFailedMove(
       L"Failed to persist placement for 'A' (PositionSet status=0; Reassemble placed 'A' but seed pose "
-      L"stayed "
-      L"at (0,0,9); requested (11,-2,3.5).).",
+      L"stayed at (0,0,9); requested (11,-2,3.5).).",
       LR"({"occurrence_name":"A","from_mm":[1,2,3],"to_mm":[0,0,9],"delta_mm":[-1,-2,6]})");
-  faults().Clear();
-  // With a position that is taken at the second try all is well.
-  faults().NoEffect("ProAsmcompPositionSet", 1, 2);
-  faults().NoEffect("ProFeatureWithoptionsRedefine");
+  LeaveTheLastRung(1);
   faults().Before("ProAsmcompRegenerate", push_away, 3);
   Succeed(kMove, LR"({"occurrence_name":"A","dx_mm":5})");
   ExpectAt(L"A", {5, 0, 9});
 }
 
-TEST_F(AssemblyMoving, AnOccurrenceThatWandersOffAfterwardsHasNotMoved) {
-  faults().Before("ProTreetoolRefresh", [this] {
-    FeatureNamed(L"A")->component->place = bench::Shifted(bench::kNoMove, {1, 2, 8});
-  });
-  ExpectFailedMove(L"Occurrence 'A' pose did not update (requested delta (10,-4,0.5) mm).",
-                   LR"({"occurrence_name":"A","from_mm":[1,2,3],"to_mm":[1,2,8],"delta_mm":[0,0,5]})");
-}
-
-TEST_F(AssemblyMoving, ThePlaceIsReadByEitherWay) {
+TEST_F(AssemblyMoving, WhereItEndedUpIsReadByEitherWay) {
   // Neither way tells anything before the move: that ends it before the constraints are gone.
   faults().Fail("ProAsmcompPositionGet", PRO_TK_GENERAL_ERROR, 1, 2);
   faults().Fail("ProAsmcomppathTrfGet", PRO_TK_GENERAL_ERROR);
   ExpectFailure(kMove, kMoveA, L"Failed to read position for occurrence 'A'.");
-  EXPECT_EQ(FeatureNamed(L"A")->component->constraints.size(), 1u);
   faults().Clear();
+  faults().Fail("ProFeatureInit", PRO_TK_E_NOT_FOUND);
+  ExpectFailure(kMove, kMoveA, Format(L"Failed to refresh component handle id=%d (status=-4).", a_));
+  faults().Clear();
+  EXPECT_EQ(Constraints(L"A").size(), 1u);
+  faults().Fail("ProAsmcomppathInit", PRO_TK_E_NOT_FOUND);
+  ExpectFailedMove(L"Failed to build component path for 'A' (status=-4).", kUnmovedData);
+
   // The first reading by the path; of the last ones the path's too: the own position reads as the identity.
   faults().Fail("ProAsmcompPositionGet", PRO_TK_GENERAL_ERROR);
   faults().Fail("ProAsmcompPositionGet", PRO_TK_GENERAL_ERROR, 3);
   ExpectMoved();
-}
 
-TEST_F(AssemblyMoving, WhatEndsItBeforeTheAttemptsHasNoData) {
-  faults().Fail("ProFeatureInit", PRO_TK_E_NOT_FOUND);
-  ExpectFailure(kMove, kMoveA, Format(L"Failed to refresh component handle id=%d (status=-4).", a_));
-  faults().Clear();
-  faults().Fail("ProAsmcomppathInit", PRO_TK_E_NOT_FOUND);
-  ExpectFailedMove(L"Failed to build component path for 'A' (status=-4).", kUnmovedData);
+  // What wanders off afterwards has not moved.
+  PutA({1, 2, 3});
+  ClearHistory();
+  faults().Before("ProTreetoolRefresh", [this] { PutA({1, 2, 8}); });
+  ExpectFailedMove(L"Occurrence 'A' pose did not update (requested delta (10,-4,0.5) mm).",
+                   LR"({"occurrence_name":"A","from_mm":[1,2,3],"to_mm":[1,2,8],"delta_mm":[0,0,5]})");
 }
 
 TEST_F(AssemblyMoving, MillimetresBecomeModelUnits) {
   assembly().length_unit = bench::LengthUnit::kInch;
   // 25.4 mm are an inch; (1, 2, 3) inches are (25.4, 50.8, 76.2) mm.
-  const auto data = Run(kMove, LR"({"occurrence_name":"A","dx_mm":25.4})").dataJson;
-  ExpectAt(L"A", {2, 2, 3});
-  EXPECT_EQ(data,
+  EXPECT_EQ(Run(kMove, LR"({"occurrence_name":"A","dx_mm":25.4})").dataJson,
             LR"({"occurrence_name":"A","from_mm":[25.4,50.8,76.2],"to_mm":[50.8,50.8,76.2],)"
             LR"("delta_mm":[25.4,0,0]})");
+  ExpectAt(L"A", {2, 2, 3});
 }
 
-TEST_F(AssemblyMoving, MovesAreUndoneAndDoneAgainByTheirDifference) {
+TEST_F(AssemblyMoving, ConstraintsThatCouldNotBeTakenAwayGoWithTheRedefinition) {
+  faults().Fail("ProAsmcompAllConstrRemove", PRO_TK_GENERAL_ERROR);
+  faults().NoEffect("ProAsmcompPositionSet");
   ExpectMoved();
-  // It goes back by what it moved, from where it stands now.
-  FeatureNamed(L"A")->component->place = bench::Shifted(bench::kNoMove, {100, 0, 0});
-  Succeed(L"api_document_undo");
-  ExpectAt(L"A", {90, 4, -0.5});
-  Succeed(L"api_document_redo");
-  ExpectAt(L"A", {100, 0, 0});
-  EXPECT_EQ(UndoStack().size(), 1u);
-  EXPECT_TRUE(RedoStack().empty());
-}
-
-TEST_F(AssemblyMoving, ARedefinitionTellsWhichStepFailed) {
-  const struct {
-    const char* call;
-    const wchar_t* message;
-  } cases[] = {
-      {"ProFeatureElemtreeExtract", L"Failed to extract component element tree (status=-1)."},
-      {"ProElempathAlloc", L"Failed to allocate element path."},
-      {"ProElemtreeElementGet", L"Component element tree has no PRO_E_COMPONENT_INIT_POS."},
-      {"ProElementTransformSet", L"Failed to set INIT_POS transform."},
-      {"ProFeatureWithoptionsRedefine", L"Failed to redefine component INIT_POS (status=-1, errors=0)."},
-  };
-  const auto to = assembly::TranslationInColumn({7, 8, 9});
-  for (const auto& [call, message] : cases) {
-    faults().Fail(call, PRO_TK_GENERAL_ERROR);
-    EXPECT_EQ(assembly::RedefineInitPos(Record(assembly(), *FeatureNamed(L"A")), to).message, message);
-    faults().Clear();
-    ExpectAt(L"A", {1, 2, 3});
-  }
-  EXPECT_TRUE(assembly::RedefineInitPos(Record(assembly(), *FeatureNamed(L"A")), to).success);
-  ExpectAt(L"A", {7, 8, 9});
-  EXPECT_TRUE(FeatureNamed(L"A")->component->constraints.empty());
+  EXPECT_TRUE(Constraints(L"A").empty());
 }
 
 TEST_F(AssemblyMoving, AWholePoseKeepsItsRotationButOnTheLastRung) {
@@ -269,21 +240,17 @@ TEST_F(AssemblyMoving, AWholePoseKeepsItsRotationButOnTheLastRung) {
     bool set, redefined;
     const std::array<double, 4>& row;
   } cases[] = {{true, true, turned}, {false, true, turned}, {false, false, unturned}};
-  assembly::Pose pose = assembly::TranslationInRow({4, 5, 6});
-  pose.matrix[0][0] = pose.matrix[1][1] = 0;
-  pose.matrix[0][1] = -1;
-  pose.matrix[1][0] = 1;
+  const assembly::Pose pose = {{{0, -1, 0, 0}, {1, 0, 0, 0}, {0, 0, 1, 0}, {4, 5, 6, 1}}};
   for (const auto& [set, redefined, row] : cases) {
-    bench::Feature& before = *FeatureNamed(L"A");
-    before.component->place = bench::kNoMove;
+    PutA({0, 0, 0});
     assembly::OccurrenceInfo info;
     ASSERT_TRUE(assembly::ResolveOccurrence(bench::Handle(assembly()), L"A", info).success);
     if (!set) faults().NoEffect("ProAsmcompPositionSet");
     if (!redefined) faults().NoEffect("ProFeatureWithoptionsRedefine");
     EXPECT_TRUE(assembly::PersistPose(bench::Handle(assembly()), info, pose).success);
     faults().Clear();
-    EXPECT_EQ(FeatureNamed(L"A")->component->place[0], row);
-    EXPECT_EQ(FeatureNamed(L"A")->id, info.id);
+    EXPECT_EQ(PlaceOf(L"A")[0], row);
+    EXPECT_EQ(Occurrence(L"A").id, info.id);
     ExpectAt(L"A", {4, 5, 6});
   }
 }

@@ -18,25 +18,22 @@ class AssemblyOccurrences : public AssemblyTest {
     return result.success ? info.name : result.message;
   }
   std::wstring Assign(const bench::Feature& feature, std::wstring_view desired) {
-    return assembly::AssignOccurrenceName(bench::Handle(assembly()), Record(assembly(), feature), desired);
+    return assembly::AssignOccurrenceName(bench::Handle(assembly()), Record(feature), desired);
   }
 };
 
-TEST_F(AssemblyOccurrences, TheActiveDocumentMustBeAnAssembly) {
+TEST_F(AssemblyOccurrences, WithoutComponentsTheListingIsEmptyAndWithoutAnAssemblyThereIsNone) {
+  const auto result = Run(kList, LR"({"any":1})");
+  EXPECT_EQ(result.message, L"0 unique component(s) found (0 total occurrences).");
+  EXPECT_EQ(result.dataJson, L"[]");
+  faults().Fail("ProSolidFeatVisit", PRO_TK_E_NOT_FOUND);
+  ExpectFailure(kList, L"{}", L"Failed to visit assembly components (status=-4).");
   NewPart();
   ExpectFailure(kList, L"{}", L"Assembly operations require an active assembly document.");
   faults().Fail("ProMdlTypeGet", PRO_TK_GENERAL_ERROR);
   ExpectFailure(kList, L"{}", L"Failed to determine active document type.");
   faults().Fail("ProMdlCurrentGet", PRO_TK_GENERAL_ERROR);
   ExpectFailure(kList, L"{}", L"No active Creo document.");
-}
-
-TEST_F(AssemblyOccurrences, AnAssemblyWithoutComponentsHasAnEmptyListing) {
-  const auto result = Run(kList, LR"({"any":1})");
-  EXPECT_EQ(result.message, L"0 unique component(s) found (0 total occurrences).");
-  EXPECT_EQ(result.dataJson, L"[]");
-  faults().Fail("ProSolidFeatVisit", PRO_TK_E_NOT_FOUND);
-  ExpectFailure(kList, L"{}", L"Failed to visit assembly components (status=-4).");
 }
 
 TEST_F(AssemblyOccurrences, ModelsAreListedOnceByTheirPathInAnyCase) {

@@ -11,9 +11,6 @@
 namespace vek::assembly {
 namespace {
 
-// A model name with room for what a generic model adds to it.
-constexpr int kRetrieveNameSize = 362;
-
 std::wstring DirectoryOf(ProMdl model) {
   ProPath directory{};
   return ProMdlDirectoryPathGet(model, directory) == PRO_TK_NO_ERROR ? BufferText(directory) : std::wstring();
@@ -26,13 +23,6 @@ std::wstring ComposedPath(ProMdl model, int type, const std::wstring& directory)
 }
 
 }  // namespace
-
-ProError RetrieveModel(const std::wstring& name, int type, ProMdl& model) {
-  wchar_t buffer[kRetrieveNameSize];
-  CopyCut(buffer, name);
-  model = nullptr;
-  return ProMdlnameRetrieve(buffer, static_cast<ProMdlfileType>(type), &model);
-}
 
 CreoMcpOperationResult LoadComponentModel(ProMdl assembly, const std::wstring& file_path, ProMdl& model) {
   model = FindOpenModel(file_path);

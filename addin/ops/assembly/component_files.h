@@ -9,9 +9,6 @@
 
 namespace vek::assembly {
 
-// Asks the host for the model of that name and type. Null on failure.
-ProError RetrieveModel(const std::wstring& name, int type, ProMdl& model);
-
 // The model in session that `file_path` means, else the part or assembly in that file. The assembly is the
 // active model afterwards, and the working directory is what it was.
 CreoMcpOperationResult LoadComponentModel(ProMdl assembly, const std::wstring& file_path, ProMdl& model);

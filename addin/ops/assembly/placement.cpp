@@ -2,9 +2,10 @@
 
 #include <ProFeature.h>
 
+#include <cmath>
+
 #include "addin/host/extracted_tree.h"
 #include "addin/host/owned.h"
-#include "addin/ops/assembly/component_files.h"
 #include "addin/ops/common/model_access.h"
 #include "addin/text/format.h"
 
@@ -67,6 +68,9 @@ bool Seat(ProAsmcomp& comp, const Pose& seed, const Translation& target, Pose& p
 
 // The last resort: deletes the occurrence and places its model anew, under the name of the old one.
 CreoMcpOperationResult ReplaceOccurrence(ProMdl assembly, OccurrenceInfo& info, const Translation& target) {
+  // A request can ask for no number at all; the occurrence would be gone and nowhere to be put.
+  if (!std::isfinite(target.x) || !std::isfinite(target.y) || !std::isfinite(target.z))
+    return MakeFailureResult(L"The target position is not finite.");
   ProMdl model = nullptr;
   if (ProAsmcompMdlGet(&info.comp, &model) != PRO_TK_NO_ERROR || model == nullptr)
     return MakeFailureResult(

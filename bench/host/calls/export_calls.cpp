@@ -1,17 +1,16 @@
 // Writing models in neutral formats. The kernel makes the bytes; the host alone touches the disk.
 #include <ProIntf.h>
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
-#include "bench/host/features/regeneration.h"
+#include "bench/host/calls/path_in.h"
+#include "bench/host/features/scene.h"
 #include "bench/host/host.h"
 #include "bench/host/instruments/call_frame.h"
 #include "bench/host/kernel_link/base64.h"
 #include "bench/host/model/item_lookup.h"
-#include "bench/host/storage/model_file.h"
 #include "bench/host/storage/whole_file.h"
 #include "bench/host/text.h"
 
@@ -37,10 +36,7 @@ struct Written {
 };
 
 Written AskForBytes(const Model& model, const Format& format) {
-  // What was changed since the last regeneration isn't in it, as it isn't in the model's geometry.
-  const std::string recipes = model.geometry ? model.geometry->recipes : "[]";
-  const std::string fields = std::string(R"("format":")") + format.word + R"(","name":)" +
-                             nlohmann::json(ToUtf8(model.name)).dump() + R"(,"recipes":)" + recipes;
+  const std::string fields = std::string(R"("format":")") + format.word + "\"," + SceneFields(model);
   const auto answer = TheHost().kernel.Ask("export", fields);
   if (!answer) return {PRO_TK_COMM_ERROR, {}};
   if (const auto bytes = answer->find("bytes"); bytes != answer->end() && bytes->is_string())
@@ -50,39 +46,11 @@ Written AskForBytes(const Model& model, const Format& format) {
   return {PRO_TK_GENERAL_ERROR, {}};
 }
 
-// The directory that a path names; empty when it names none.
-std::wstring DirectoryOf(const std::wstring& path) {
-  const auto end = path.find_last_of(L"\\/");
-  if (end == std::wstring::npos) return {};
-  // The root of a drive is one with its separator.
-  return path.substr(0, end == 0 || path[end - 1] == L':' ? end + 1 : end);
-}
-
-bool HasComponents(const Model& model) {
-  return std::ranges::any_of(model.features,
-                             [](const auto& feature) { return feature->component != nullptr; });
-}
-
 ProError Export(const Model& model, const Format& format, const std::wstring& path) {
-  if (HasComponents(model)) {
-    TheHost().announcements.Say("refused: no export of " + ToUtf8(model.name) +
-                                ": components are not exported on the bench");
-    return PRO_TK_NOT_IMPLEMENTED;
-  }
-  const std::wstring directory = DirectoryOf(path);
-  if (!directory.empty() && !DirectoryExists(directory)) return PRO_TK_INVALID_DIR;
-  if (DirectoryExists(path)) return PRO_TK_CANT_WRITE;
+  if (const ProError status = CheckTarget(path)) return status;
   const Written written = AskForBytes(model, format);
   if (written.status != PRO_TK_NO_ERROR) return written.status;
   return WriteWholeFile(path, written.bytes) ? PRO_TK_NO_ERROR : PRO_TK_CANT_WRITE;
-}
-
-// The path behind a caller's text; nothing when that is no path.
-std::optional<std::wstring> ReadPath(const wchar_t* text) {
-  if (!text || !*text) return std::nullopt;
-  const std::wstring_view path = Bounded(text, PRO_PATH_SIZE);
-  if (path.size() == PRO_PATH_SIZE) return std::nullopt;
-  return std::wstring(path);
 }
 
 bool IsIdentity(const ProMatrix& matrix) {

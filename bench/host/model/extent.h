@@ -1,4 +1,5 @@
-// How much room a model takes: a part as the kernel told it, an assembly as its components do where they lie.
+// How much room a model takes and what it weighs: a part as the kernel told it, an assembly as its components
+// do where they lie.
 #pragma once
 
 #include <optional>
@@ -7,8 +8,15 @@
 
 namespace bench {
 
+struct Weight {
+  double volume = 0;  // mm³; of bodies that clash, what they share counts twice
+  double area = 0;    // mm²
+  double mass = 0;    // kg
+  Vector3 center{};   // of gravity; mm
+};
+
 struct Extent {
-  std::optional<double> volume;  // mm³; of bodies that clash, what they share counts twice
+  std::optional<Weight> weight;  // nothing for a model without a body
   std::optional<Box> outline;    // mm; of an assembly around the boxes of its parts as they are turned
 };
 
