@@ -7,6 +7,7 @@
 #include "bench/kernel/features/draft.h"
 #include "bench/kernel/features/extrude.h"
 #include "bench/kernel/features/hole.h"
+#include "bench/kernel/features/imported.h"
 #include "bench/kernel/features/mirror.h"
 #include "bench/kernel/features/move.h"
 #include "bench/kernel/features/pattern.h"
@@ -31,6 +32,7 @@ const std::map<std::string, Reader>& Kinds() {
       {"draft", ReadDraft},
       {"extrude", ReadExtrude},
       {"hole", ReadHole},
+      {"import", ReadImported},
       {"move", ReadMove},
       {"mirror", ReadMirror},
       {"pattern", ReadPattern},

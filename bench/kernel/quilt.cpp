@@ -1,17 +1,45 @@
 #include "bench/kernel/quilt.h"
 
+#include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <TopExp.hxx>
 #include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "bench/kernel/refusal.h"
 
 namespace bench::kernel {
 
 using nlohmann::json;
+
+namespace {
+
+// The faces that hang together by edges, one set after the other.
+std::vector<TopTools_IndexedMapOfShape> ConnectedSets(const TopoDS_Shape& faces) {
+  TopTools_IndexedDataMapOfShapeListOfShape neighbours;
+  TopExp::MapShapesAndUniqueAncestors(faces, TopAbs_EDGE, TopAbs_FACE, neighbours);
+  std::vector<TopTools_IndexedMapOfShape> sets;
+  const auto known = [&](const TopoDS_Shape& face) {
+    return std::any_of(sets.begin(), sets.end(), [&](const auto& set) { return set.Contains(face); });
+  };
+  for (const TopoDS_Shape& first : Distinct(faces, TopAbs_FACE)) {
+    if (known(first)) continue;
+    TopTools_IndexedMapOfShape& set = sets.emplace_back();
+    set.Add(first);
+    // The set grows while it is walked.
+    for (int i = 1; i <= set.Extent(); ++i)
+      for (const TopoDS_Shape& edge : Distinct(set(i), TopAbs_EDGE))
+        for (const TopoDS_Shape& neighbour : neighbours.FindFromKey(edge)) set.Add(neighbour);
+  }
+  return sets;
+}
+
+}  // namespace
 
 std::string KeyOf(const Quilt& quilt) {
   return WordOf(quilt.place) + ":quilt:" + std::to_string(quilt.number);
@@ -32,6 +60,20 @@ bool IsClosed(const Quilt& quilt) {
     if (is_line && sides(i).Extent() < 2) return false;
   }
   return true;
+}
+
+void AddQuilts(const TopoDS_Shape& faces, const FaceNames& names, const FeaturePlace& place,
+               std::vector<Quilt>& quilts) {
+  int number = 0;
+  for (const TopTools_IndexedMapOfShape& set : ConnectedSets(faces)) {
+    Quilt quilt{.place = place, .number = ++number, .faces = {}, .names = {}};
+    BRep_Builder().MakeCompound(quilt.faces);
+    for (int i = 1; i <= set.Extent(); ++i) {
+      BRep_Builder().Add(quilt.faces, set(i));
+      quilt.names.Bind(set(i), names.Find(set(i)));
+    }
+    quilts.push_back(std::move(quilt));
+  }
 }
 
 json DescribeQuilts(const std::vector<Quilt>& quilts, FaceFactsCache& cache) {

@@ -16,6 +16,10 @@ std::string KeyOf(const Quilt& quilt);
 // Throws Refusal when there is none of that key.
 const Quilt& FindQuilt(const std::vector<Quilt>& quilts, const std::string& key);
 
+// Each set of faces that hang together by edges becomes a quilt; all the faces have names.
+void AddQuilts(const TopoDS_Shape& faces, const FaceNames& names, const FeaturePlace& place,
+               std::vector<Quilt>& quilts);
+
 // Whether it bounds a room: each of its edges has a face on both sides.
 bool IsClosed(const Quilt& quilt);
 

@@ -25,7 +25,7 @@ bool PassesItsApex(const TopoDS_Face& face) {
   if (surface.GetType() != GeomAbs_Cone) return false;
   const gp_Cone cone = surface.Cone();
   const auto radius = [&cone](double v) { return cone.RefRadius() + v * std::sin(cone.SemiAngle()); };
-  const auto [low, high] = std::minmax(radius(surface.FirstVParameter()), radius(surface.LastVParameter()));
+  const auto [low, high] = std::minmax({radius(surface.FirstVParameter()), radius(surface.LastVParameter())});
   return low < -kLeastRadius && high > kLeastRadius;
 }
 

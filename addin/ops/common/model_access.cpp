@@ -32,6 +32,9 @@ const ModelKind* KindOfType(int type) {
   return kind == std::end(kModelKinds) ? nullptr : kind;
 }
 
+// A model name with room for what a generic model adds to it.
+constexpr int kRetrieveNameSize = 362;
+
 void AppendSessionModels(int type, std::vector<ProMdl>& models) {
   OwnedArray<ProMdl> listed;
   int count = 0;
@@ -111,6 +114,19 @@ std::vector<ProMdl> SessionModels() {
   std::vector<ProMdl> models;
   for (const int type : {kPartType, kAssemblyType, kDrawingType}) AppendSessionModels(type, models);
   return models;
+}
+
+std::vector<ProMdl> SessionModelsOfType(int type) {
+  std::vector<ProMdl> models;
+  AppendSessionModels(type, models);
+  return models;
+}
+
+ProError RetrieveModel(const std::wstring& name, int type, ProMdl& model) {
+  wchar_t buffer[kRetrieveNameSize];
+  CopyCut(buffer, name);
+  model = nullptr;
+  return ProMdlnameRetrieve(buffer, static_cast<ProMdlfileType>(type), &model);
 }
 
 ProMdl FindOpenModel(std::wstring_view name_or_path) {

@@ -45,6 +45,13 @@ std::wstring ModelFullPath(ProMdl model, int type);
 // The models in session: parts, assemblies, drawings, each kind in the host's order.
 std::vector<ProMdl> SessionModels();
 
+// Those of one type, in the host's order.
+std::vector<ProMdl> SessionModelsOfType(int type);
+
+// Asks the host for the model of that name and type, from the working directory unless it is in session. Null
+// on failure.
+ProError RetrieveModel(const std::wstring& name, int type, ProMdl& model);
+
 // The model in session that a name, a file name or a path means; null when there is none.
 ProMdl FindOpenModel(std::wstring_view name_or_path);
 

@@ -5,6 +5,7 @@
 #include "addin/host/text_buffer.h"
 #include "addin/ops/common/model_access.h"
 #include "addin/ops/common/model_paths.h"
+#include "addin/ops/exchange/active_solid.h"
 #include "addin/ops/exchange/export_text.h"
 #include "addin/platform/files.h"
 #include "addin/server/json_reader.h"
@@ -17,23 +18,10 @@ namespace {
 
 constexpr const wchar_t* kUnsupportedFormat = L"Unsupported export format. Expected STEP, IGES, SAT, or STL.";
 
-// Parts and assemblies can be written; the check of the other families knows one type only.
 CreoMcpOperationResult RequireExportableModel(ProMdl& model) {
-  model = nullptr;
-  ProMdl current = nullptr;
-  if (ProMdlCurrentGet(&current) != PRO_TK_NO_ERROR || current == nullptr)
-    return MakeFailureResult(L"No active document.");
-  ProMdlType type = PRO_MDL_UNUSED;
-  if (ProMdlTypeGet(current, &type) != PRO_TK_NO_ERROR)
-    return MakeFailureResult(L"Failed to read active document type.");
-  if (type != kAssemblyType && type != kPartType)
-    return MakeFailureResult(L"Export is currently supported for active parts and assemblies only.");
-  model = current;
-  return MakeSuccessResult();
-}
-
-std::wstring AlreadyExists(const std::wstring& path) {
-  return Format(L"File already exists: '%s'. Choose another path (overwrite is not allowed).", path);
+  int type = -1;
+  return RequireActiveSolid(L"Export is currently supported for active parts and assemblies only.", model,
+                            type);
 }
 
 // The directory and the extension that a path names; the text itself tells where it is no file name of the

@@ -1,6 +1,7 @@
 #include "addin/ops/exchange/export_text.h"
 
 #include "addin/server/json_reader.h"
+#include "addin/text/format.h"
 #include "addin/text/wide_text.h"
 
 namespace vek::exchange {
@@ -57,6 +58,10 @@ std::wstring WithoutExportSuffix(std::wstring_view path) {
 std::wstring DirectoryOf(std::wstring_view path) {
   const auto separator = path.find_last_of(L"\\/");
   return separator == std::wstring_view::npos ? std::wstring() : std::wstring(path.substr(0, separator));
+}
+
+std::wstring AlreadyExists(const std::wstring& path) {
+  return Format(L"File already exists: '%s'. Choose another path (overwrite is not allowed).", path);
 }
 
 std::wstring SanitizeExportName(std::wstring_view text) {

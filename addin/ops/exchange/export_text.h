@@ -28,6 +28,9 @@ std::wstring WithoutExportSuffix(std::wstring_view path);
 // `path` up to its last separator, without it; empty when it has none.
 std::wstring DirectoryOf(std::wstring_view path);
 
+// What a client is told of a path where something stands already.
+std::wstring AlreadyExists(const std::wstring& path);
+
 // A file name of ASCII letters, digits, "_" and "-": a blank becomes "_", all else is dropped. "export" when
 // nothing remains.
 std::wstring SanitizeExportName(std::wstring_view text);

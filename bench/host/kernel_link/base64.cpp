@@ -8,12 +8,13 @@ namespace {
 
 constexpr int kNoDigit = -1;
 
+constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
 constexpr std::array<int, 256> Digits() {
-  constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::array<int, 256> digits{};
   digits.fill(kNoDigit);
-  for (std::size_t i = 0; i < alphabet.size(); ++i)
-    digits[static_cast<unsigned char>(alphabet[i])] = static_cast<int>(i);
+  for (std::size_t i = 0; i < kAlphabet.size(); ++i)
+    digits[static_cast<unsigned char>(kAlphabet[i])] = static_cast<int>(i);
   return digits;
 }
 constexpr auto kDigits = Digits();
@@ -41,6 +42,20 @@ std::optional<std::string> DecodeBase64(std::string_view text) {
     bytes += static_cast<char>(bits >> count & 0xFF);
   }
   return bytes;
+}
+
+std::string EncodeBase64(std::string_view bytes) {
+  std::string text;
+  text.reserve((bytes.size() + 2) / 3 * 4);
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    const std::string_view group = bytes.substr(i, 3);
+    std::uint32_t bits = 0;
+    for (std::size_t k = 0; k < 3; ++k)
+      bits = bits << 8 | (k < group.size() ? static_cast<unsigned char>(group[k]) : 0u);
+    for (std::size_t k = 0; k < 4; ++k)
+      text += k <= group.size() ? kAlphabet[bits >> (18 - 6 * k) & 63] : '=';
+  }
+  return text;
 }
 
 }  // namespace bench

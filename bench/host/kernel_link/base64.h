@@ -1,4 +1,4 @@
-// Bytes in the kernel's answers.
+// Bytes on the wire to the kernel.
 #pragma once
 
 #include <optional>
@@ -9,5 +9,8 @@ namespace bench {
 
 // The bytes behind a base64 text with its padding; nothing when it is none.
 std::optional<std::string> DecodeBase64(std::string_view text);
+
+// With its padding, without line breaks.
+std::string EncodeBase64(std::string_view bytes);
 
 }  // namespace bench

@@ -7,16 +7,17 @@ namespace bench {
 namespace {
 
 constexpr Unit kUnits[] = {
-    {L"mm", PRO_UNITTYPE_LENGTH, 1.0},    {L"cm", PRO_UNITTYPE_LENGTH, 10.0},
-    {L"m", PRO_UNITTYPE_LENGTH, 1000.0},  {L"in", PRO_UNITTYPE_LENGTH, 25.4},
-    {L"inch", PRO_UNITTYPE_LENGTH, 25.4}, {L"ft", PRO_UNITTYPE_LENGTH, 304.8},
-    {L"kg", PRO_UNITTYPE_MASS, 1.0},
+    {L"mm", PRO_UNITTYPE_LENGTH, 1.0},       {L"cm", PRO_UNITTYPE_LENGTH, 10.0},
+    {L"m", PRO_UNITTYPE_LENGTH, 1000.0},     {L"in", PRO_UNITTYPE_LENGTH, 25.4},
+    {L"inch", PRO_UNITTYPE_LENGTH, 25.4},    {L"ft", PRO_UNITTYPE_LENGTH, 304.8},
+    {L"kg", PRO_UNITTYPE_MASS, 1.0},         {L"g", PRO_UNITTYPE_MASS, 0.001},
+    {L"lbm", PRO_UNITTYPE_MASS, 0.45359237},
 };
 
 constexpr UnitSystem kSystems[] = {
-    {LengthUnit::kMillimetre, L"millimetre kilogram second", L"mm"},
-    {LengthUnit::kInch, L"inch kilogram second", L"in"},
-    {LengthUnit::kMetre, L"metre kilogram second", L"m"},
+    {LengthUnit::kMillimetre, L"millimetre kilogram second", L"mm", L"kg"},
+    {LengthUnit::kInch, L"inch pound second", L"in", L"lbm"},
+    {LengthUnit::kMetre, L"metre kilogram second", L"m", L"kg"},
 };
 
 constexpr struct {
@@ -33,6 +34,10 @@ const Unit* FindUnit(std::wstring_view name) {
 
 const UnitSystem& SystemOf(LengthUnit length) {
   return *std::ranges::find(kSystems, length, &UnitSystem::length);
+}
+
+double KilogramsPer(LengthUnit length) {
+  return FindUnit(SystemOf(length).mass_name)->in_base;
 }
 
 const UnitSystem* FindUnitSystem(std::wstring_view name) {

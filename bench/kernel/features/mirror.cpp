@@ -2,9 +2,6 @@
 
 #include <BRepBuilderAPI_Transform.hxx>
 #include <BRep_Builder.hxx>
-#include <TopExp.hxx>
-#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
-#include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <algorithm>
 #include <gp_Ax2.hxx>
@@ -58,27 +55,7 @@ Originals Collect(const MirrorRecipe& recipe, const FeaturePlace& place, const B
   return originals;
 }
 
-// The faces that hang together by edges, one set after the other.
-std::vector<TopTools_IndexedMapOfShape> ConnectedSets(const TopoDS_Shape& faces) {
-  TopTools_IndexedDataMapOfShapeListOfShape neighbours;
-  TopExp::MapShapesAndUniqueAncestors(faces, TopAbs_EDGE, TopAbs_FACE, neighbours);
-  std::vector<TopTools_IndexedMapOfShape> sets;
-  const auto known = [&](const TopoDS_Shape& face) {
-    return std::any_of(sets.begin(), sets.end(), [&](const auto& set) { return set.Contains(face); });
-  };
-  for (const TopoDS_Shape& first : Distinct(faces, TopAbs_FACE)) {
-    if (known(first)) continue;
-    TopTools_IndexedMapOfShape& set = sets.emplace_back();
-    set.Add(first);
-    // The set grows while it is walked.
-    for (int i = 1; i <= set.Extent(); ++i)
-      for (const TopoDS_Shape& edge : Distinct(set(i), TopAbs_EDGE))
-        for (const TopoDS_Shape& neighbour : neighbours.FindFromKey(edge)) set.Add(neighbour);
-  }
-  return sets;
-}
-
-void AddQuilts(const Originals& originals, const gp_Trsf& reflection, const FeaturePlace& place,
+void AddImages(const Originals& originals, const gp_Trsf& reflection, const FeaturePlace& place,
                std::vector<Quilt>& quilts) {
   if (originals.count == 0) return;
   constexpr bool kCopyGeometry = true;
@@ -86,16 +63,7 @@ void AddQuilts(const Originals& originals, const gp_Trsf& reflection, const Feat
   FaceNames names;
   for (const TopoDS_Shape& face : Distinct(originals.faces, TopAbs_FACE))
     names.Bind(maker.ModifiedShape(face), originals.names.Find(face));
-  int number = 0;
-  for (const TopTools_IndexedMapOfShape& set : ConnectedSets(maker.Shape())) {
-    Quilt quilt{.place = place, .number = ++number, .faces = {}, .names = {}};
-    BRep_Builder().MakeCompound(quilt.faces);
-    for (int i = 1; i <= set.Extent(); ++i) {
-      BRep_Builder().Add(quilt.faces, set(i));
-      quilt.names.Bind(set(i), names.Find(set(i)));
-    }
-    quilts.push_back(std::move(quilt));
-  }
+  AddQuilts(maker.Shape(), names, place, quilts);
 }
 
 // "41:curve:3" in its parts.
@@ -161,7 +129,7 @@ class MirrorFeature : public Feature {
   void Build(const FeaturePlace& place, const Before& before, Stage& stage) const override {
     gp_Trsf reflection;
     reflection.SetMirror(gp_Ax2(recipe_.plane.Location(), recipe_.plane.Direction()));
-    AddQuilts(Collect(recipe_, place, before, stage), reflection, place, stage.quilts);
+    AddImages(Collect(recipe_, place, before, stage), reflection, place, stage.quilts);
     stage.drawn = Reflected(recipe_, reflection, before);
   }
 
