@@ -1,0 +1,194 @@
+// Drawings made from templates, and which model they show.
+#include "tests/operations/drawing_ground.h"
+
+namespace vek::support {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const wchar_t* kCreate = L"api_drawing_create";
+constexpr const wchar_t* kBase = L"api_drawing_add_base_view";
+constexpr const wchar_t* kFromA3 = LR"({"template_path":"a3_drawing"})";
+constexpr const wchar_t* kA3Refused = L"Template 'a3_drawing' failed (status=-1).";
+const char* const kNewWay = "ProDrawingFromTemplateCreate";
+const char* const kOlderWay = "ProDrawingFromTmpltCreate";
+
+using DrawingDocuments = DrawingTest;
+
+TEST_F(DrawingDocuments, WhatIsNoSourceIsRefused) {
+  ExpectFailure(kCreate, L"{}", L"No active document and no model_path supplied.");
+  std::ofstream(directory() / L"sheet.drw");
+  std::ofstream(directory() / L"slab.prt");
+  const std::wstring slab = JsonPath(L"slab.prt");
+  const wchar_t* const no_solid = L"model_path must point to a Creo part (.prt) or assembly (.asm).";
+  const struct {
+    std::wstring path, message;
+  } cases[] = {
+      {L"gone.prt", L"Model file not found: 'gone.prt'."},
+      {JsonPath(L"sheet.drw"), no_solid},
+      {JsonPath(L""), L"Unable to parse model_path."},
+  };
+  for (const auto& [path, message] : cases)
+    ExpectFailure(kCreate, Format(LR"({"model_path":"%s"})", path), message);
+  faults().Fail("ProMdlnameRetrieve", -4);
+  ExpectFailure(kCreate, Format(LR"({"model_path":"%s"})", slab),
+                Format(L"Failed to open model '%s' (status=-4).", (directory() / L"slab.prt").wstring()));
+  faults().Fail("ProDirectoryChange", -15);
+  ExpectFailure(kCreate, Format(LR"({"model_path":"%s"})", slab),
+                L"Failed to change working directory (status=-15).");
+
+  SlabDrawing();
+  ExpectFailure(kCreate, L"{}",
+                L"Active document is already a drawing. Specify model_path or activate a part/assembly.");
+  ExpectFailure(kCreate, Format(LR"({"model_path":"%s.drw"})", Current().name), no_solid);
+}
+
+TEST_F(DrawingDocuments, EachFailedStepTellsOfItself) {
+  Slab();
+  Template(L"a3_drawing");
+  ExpectFailures(kCreate, kFromA3,
+                 {{"ProMdlTypeGet", 1, L"Failed to determine active document type."},
+                  {"ProMdlTypeGet", 2, L"Source must be a part or assembly."},
+                  {"ProMdlMdlnameGet", 1, L"Failed to read source model name."},
+                  {"ProMdlDisplay", 1, L"Failed to display drawing (status=-1)."}});
+  Succeed(L"api_document_activate", Format(LR"({"name_or_path":"%s"})", part_name()));
+  faults().NoEffect("ProMdlTypeGet");
+  ExpectFailure(kCreate, kFromA3, L"Source document must be a Creo part or assembly.");
+}
+
+TEST_F(DrawingDocuments, TheFirstDefaultTemplateThereIsServes) {
+  Slab();
+  ExpectFailure(kCreate, L"{}", L"Template 'b_drawing' failed (status=-4).");
+  for (const wchar_t* name :
+       {L"a3_drawing", L"a4_drawing", L"empty", L"c_drawing", L"a_drawing", L"b_drawing"})
+    EXPECT_EQ(CountLogged(Format(L"Template '%s' failed (status=-4).", name)), 1) << name;
+
+  Template(L"b_drawing");
+  Template(L"empty");
+  const std::uint64_t mark = host().journal.Mark();
+  EXPECT_EQ(Message(kCreate), "Drawing document created (template: 'empty').");
+  EXPECT_THAT(CallsSince(mark, {kNewWay, kOlderWay}),
+              ElementsAre(kNewWay, kOlderWay, kNewWay, kOlderWay, kNewWay));
+  EXPECT_EQ(CountLogged(L"Drawing document created (template: 'empty')."), 1);
+  EXPECT_NE(Current().drawing, nullptr) << "the drawing is active";
+}
+
+TEST_F(DrawingDocuments, ATemplatesPathIsItsNameAndItsDirectory) {
+  Slab();
+  Template(L"a3_drawing");
+  Template(L"lib\\a0");
+  const std::wstring arguments = Format(LR"({"template_path":"%s"})", JsonPath(L"lib\\a0.drw"));
+  faults().Fail("ProDirectoryChange", -15);
+  ExpectFailure(kCreate, arguments, L"Failed to change to template directory (status=-15).");
+  EXPECT_EQ(Message(kCreate, arguments), "Drawing document created (template: 'a0').");
+  EXPECT_EQ(std::filesystem::current_path(), directory());
+  ExpectFailure(kCreate, Format(LR"({"template_path":"a9","model_path":"%s"})", part_name()),
+                L"Template 'a9' failed (status=-4).");
+}
+
+TEST_F(DrawingDocuments, TheOlderCallServesWhereTheNewOneGivesNoDrawing) {
+  Slab();
+  Template(L"a3_drawing");
+  const std::wstring arguments = Format(LR"({"template_path":"a3_drawing","model_path":"%s"})", part_name());
+  faults().Fail(kNewWay, -1);
+  EXPECT_TRUE(Run(kCreate, arguments).success);
+  faults().NoEffect(kNewWay);
+  EXPECT_TRUE(Run(kCreate, arguments).success);
+  faults().Fail(kNewWay, -2);
+  faults().Fail(kOlderWay, -1);
+  ExpectFailure(kCreate, arguments, kA3Refused);
+}
+
+TEST_F(DrawingDocuments, ErrorRecordsAreFreedAtOnceWhateverCameOfTheTemplate) {
+  Slab();
+  Template(L"a3_drawing",
+           R"({"format":"creobench drawing template","version":1,"views":[{"plane":"NOWHERE","at":[1,1]}],)"
+           R"("sheets":[{"size":"A3","width":420,"height":297,"border":10,"scale":1}]})");
+  const std::vector<std::string> calls{kNewWay, kOlderWay, "ProDwgcreateErrsFree"};
+  const std::uint64_t made = host().journal.Mark();
+  EXPECT_TRUE(Run(kCreate).success) << "a template that is filled in part still makes a drawing";
+  EXPECT_THAT(CallsSince(made, calls), ElementsAre(kNewWay, "ProDwgcreateErrsFree"));
+
+  // The source is gone by the time the template is filled.
+  bench::Model& part = Slab();
+  faults().Before(kNewWay, [&] { ProMdlErase(bench::Handle(part)); });
+  const std::uint64_t refused = host().journal.Mark();
+  ExpectFailure(kCreate, kFromA3, L"Template 'a3_drawing' failed (status=-4).");
+  EXPECT_THAT(CallsSince(refused, calls),
+              ElementsAre(kNewWay, "ProDwgcreateErrsFree", kOlderWay, "ProDwgcreateErrsFree"));
+}
+
+TEST_F(DrawingDocuments, NameBothTheirPlaceAndTheirSource) {
+  SlabDrawing();
+  const bench::Model& first = Current();
+  const auto data = Succeed(kCreate, Format(LR"({"model_path":"%s"})", part_name()));
+  EXPECT_NE(Current().name, first.name);
+  EXPECT_TRUE(data["drawing_path"].get<std::string>().ends_with(EncodeUtf8(Current().name) + ".drw"));
+  EXPECT_TRUE(data["model_path"].get<std::string>().ends_with(EncodeUtf8(part_name()) + ".prt"));
+}
+
+TEST_F(DrawingDocuments, BaseViewsNeedADrawingAndAModel) {
+  ExpectFailure(kBase, L"{}", L"No active Creo document.");
+  Slab();
+  ExpectFailure(kBase, L"{}",
+                L"Drawing operations require an active drawing document. Activate a drawing first.");
+  SlabDrawing();
+  ExpectFailures(kBase, L"{}",
+                 {{"ProMdlTypeGet", 1, L"Failed to determine active document type."},
+                  {"ProMdlDisplay", 1, L"Failed to display drawing (status=-1)."},
+                  {"ProDrawingSolidAdd", 1, L"Failed to add model to drawing (status=-1)."},
+                  {"ProDrawingGeneralviewCreate", 1, L"Failed to create base view (status=-1)."}});
+  faults().NoEffect("ProDrawingGeneralviewCreate");
+  ExpectFailure(kBase, L"{}", L"Failed to create base view (status=0).");
+  ExpectFailure(kBase, LR"({"orientation":"bottom"})",
+                L"Unsupported orientation 'bottom'. Expected front, top, right, or iso.");
+  ExpectFailure(kBase, LR"({"model_path":"gone.prt"})", L"Model file not found: 'gone.prt'.");
+
+  drawing::PendingSource() = {};
+  sheets().solids.clear();
+  faults().Fail("ProSessionMdlList", PRO_TK_E_NOT_FOUND, 1, 2);
+  ExpectFailure(kBase, L"{}", L"No model document found. Open a part or assembly before adding a base view.");
+}
+
+TEST_F(DrawingDocuments, BaseViewsStandWhereAndAsTheyWereAskedFor) {
+  SlabDrawing();
+  const auto first = Run(kBase);
+  EXPECT_EQ(first.message, L"Base view 'new_view_1' added: front, scale 1:1.");
+  EXPECT_EQ(CountLogged(first.message), 1);
+  EXPECT_TRUE(first.dataJson.starts_with(LR"({"view_name":"new_view_1","model_path":")"));
+  ExpectLastView({100, 150}, {40, 30});
+  // From above z points right and x up.
+  EXPECT_EQ(Message(kBase, LR"({"orientation":" ToP ","scale":"2.5","x_mm":30,"y_mm":200})"),
+            "Base view 'new_view_2' added: top, scale 2.5:1.");
+  ExpectLastView({30, 200}, {25, 100});
+  for (const wchar_t* scale : {L"0", L"-3", L"\"nan\"", L"\"inf\""})
+    EXPECT_THAT(Message(kBase, Format(LR"({"orientation":"home","scale":%s})", scale)),
+                testing::EndsWith("added: iso, scale 1:1."));
+  faults().Fail("ProDrawingViewNameGet", -1);
+  EXPECT_EQ(Message(kBase), "Base view '' added: front, scale 1:1.");
+}
+
+TEST_F(DrawingDocuments, TheFirstViewShowsWhatTheDrawingWasMadeOf) {
+  SlabDrawing();
+  const std::wstring first_name = Current().name, first_part = part_name();
+  SlabDrawing();
+  const std::wstring second_name = Current().name;
+  NewAssembly();
+  const std::wstring assembly = Current().name;
+  const auto drawn = [&](const std::wstring& drawing_name, const std::wstring& view = L"{}") {
+    Succeed(L"api_document_activate", Format(LR"({"name_or_path":"%s"})", drawing_name));
+    Succeed(kBase, view);
+    return sheets().SolidOf(LastView())->name;
+  };
+
+  // Only the drawing made last is still told from its source; the other takes the assembly of the session.
+  EXPECT_EQ(drawn(first_name), assembly);
+  EXPECT_EQ(drawing::PendingSource().drawing_name, second_name);
+  EXPECT_EQ(drawn(second_name), part_name());
+  EXPECT_EQ(drawing::PendingSource().source, nullptr);
+  EXPECT_EQ(drawn(second_name), part_name()) << "from now on it is in the drawing";
+  EXPECT_EQ(drawn(second_name, Format(LR"({"model_path":"%s"})", first_part)), first_part);
+}
+
+}  // namespace
+}  // namespace vek::support

@@ -1,0 +1,1 @@
+set(drawing_tests drawing_documents_test.cpp drawing_views_test.cpp)
