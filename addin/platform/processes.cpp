@@ -24,6 +24,18 @@ bool Start(const ProgramCall& call, DWORD creation_flags, PROCESS_INFORMATION& p
                           nullptr, call.directory.c_str(), &startup, &process) != 0;
 }
 
+bool Open(const std::wstring& path, const wchar_t* parameters, int show) {
+  SHELLEXECUTEINFOW execution{};
+  execution.cbSize = sizeof execution;
+  // A dialog of the system would block the host; what the user is told is the caller's business.
+  execution.fMask = SEE_MASK_FLAG_NO_UI;
+  execution.lpVerb = L"open";
+  execution.lpFile = path.c_str();
+  execution.lpParameters = parameters;
+  execution.nShow = show;
+  return ::ShellExecuteExW(&execution) != 0;
+}
+
 std::wstring_view UpToFirstDot(std::wstring_view name) {
   return name.substr(0, name.find(L'.'));
 }
@@ -74,14 +86,11 @@ bool IsProgramRunning(std::wstring_view name) {
 }
 
 bool OpenProgram(const std::wstring& path) {
-  SHELLEXECUTEINFOW execution{};
-  execution.cbSize = sizeof execution;
-  // A dialog of the system would block the host; what the user is told is the caller's business.
-  execution.fMask = SEE_MASK_FLAG_NO_UI;
-  execution.lpVerb = L"open";
-  execution.lpFile = path.c_str();
-  execution.nShow = SW_SHOWNORMAL;
-  return ::ShellExecuteExW(&execution) != 0;
+  return Open(path, nullptr, SW_SHOWNORMAL);
+}
+
+bool OpenProgram(const std::wstring& path, const std::wstring& parameters) {
+  return Open(path, parameters.c_str(), SW_SHOW);
 }
 
 }  // namespace vek

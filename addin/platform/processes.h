@@ -29,4 +29,7 @@ bool IsProgramRunning(std::wstring_view name);
 // Opens the program at `path` the way a double click does. False when that fails.
 bool OpenProgram(const std::wstring& path);
 
+// The same with a text as its parameters, which nothing quotes.
+bool OpenProgram(const std::wstring& path, const std::wstring& parameters);
+
 }  // namespace vek

@@ -47,7 +47,7 @@ void HandleExecuteRequest(HttpServerResponse& response, const std::wstring& body
 }  // namespace
 
 void RouteRequest(HttpServerResponse& response, const HttpServerRequest& request,
-                  CreoMcpMainThread& main_thread, int port) {
+                  const Endpoints& endpoints) {
   const std::wstring path = NormalisePath(request.path);
   const bool is_post = EqualsIgnoreCase(request.method, L"POST");
   const bool is_get = EqualsIgnoreCase(request.method, L"GET");
@@ -59,11 +59,12 @@ void RouteRequest(HttpServerResponse& response, const HttpServerRequest& request
     response.contentType = L"text/plain";
     return;
   }
+  if (is_post && EqualsIgnoreCase(path, L"/")) return endpoints.open_part(response, request);
   if (is_post && EqualsIgnoreCase(path, L"/execute"))
-    return HandleExecuteRequest(response, request.body, main_thread);
+    return HandleExecuteRequest(response, request.body, endpoints.main_thread);
   // Clients that can only post probe with POST.
   if ((is_post || is_get) && EqualsIgnoreCase(path, L"/health"))
-    return HandleHealthRequest(response, main_thread, port);
+    return HandleHealthRequest(response, endpoints.main_thread, endpoints.port);
   AnswerError(response, 404, L"Endpoint not found: " + request.method + L" " + path);
 }
 

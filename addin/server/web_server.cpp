@@ -183,7 +183,11 @@ void VekWebServer::ServeOneConnection() {
   if (requestHandler_) {
     requestHandler_(response, request);
   } else {
-    RouteRequest(response, request, main_thread_, port_);
+    const ServerLog log = [this](std::wstring_view message) { Log(message); };
+    RouteRequest(response, request,
+                 {main_thread_, port_, [&](HttpServerResponse& answer, const HttpServerRequest& opening) {
+                    HandlePartOpeningRequest(answer, opening, fileProcessingCallback_, log);
+                  }});
   }
   SendResponse(response);
 }

@@ -12,6 +12,7 @@
 #include "addin/platform/sockets.h"
 #include "addin/server/http_message.h"
 #include "addin/server/main_thread_bridge.h"
+#include "addin/server/part_opening.h"
 
 namespace vek {
 
@@ -51,6 +52,11 @@ class VekWebServer {
   // Takes every request ahead of all routing. To be set before Start.
   void SetRequestHandler(RequestHandler handler) { requestHandler_ = std::move(handler); }
 
+  // Takes the requests to open a part. To be set before Start.
+  void SetFileProcessingCallback(FileProcessingCallback callback) {
+    fileProcessingCallback_ = std::move(callback);
+  }
+
   // One line of the server log, which names the server in front of each line.
   void Log(std::wstring_view message) const;
 
@@ -75,6 +81,7 @@ class VekWebServer {
   std::wstring lastError_;
   bool loggingEnabled_ = true;
   RequestHandler requestHandler_;
+  FileProcessingCallback fileProcessingCallback_;
   std::unique_ptr<HttpListener> listener_;
 };
 

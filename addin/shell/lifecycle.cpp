@@ -2,7 +2,6 @@
 
 #include <ProWindows.h>
 
-#include <exception>
 #include <initializer_list>
 #include <string>
 
@@ -12,7 +11,10 @@
 #include "addin/platform/winsock.h"
 #include "addin/server/main_thread_bridge.h"
 #include "addin/server/web_server.h"
+#include "addin/shell/commands.h"
 #include "addin/shell/helper_process.h"
+#include "addin/shell/host_guard.h"
+#include "addin/shell/request_slots.h"
 #include "addin/shell/welcome_page.h"
 #include "addin/text/format.h"
 
@@ -36,19 +38,6 @@ ProUITimer pollingTimer = 0;  // 0 while there is none
 
 void LogLines(std::initializer_list<const wchar_t*> lines) {
   for (const wchar_t* line : lines) LogShell(line);
-}
-
-// No exception may pass through the host's frames, and one step's exception is no reason to leave out the
-// next.
-template <typename Work>
-void KeepFromHost(const wchar_t* activity, Work&& work) {
-  try {
-    work();
-  } catch (const std::exception& thrown) {
-    LogShell(Format(L"ERROR: Exception while %s: %S", activity, thrown.what()));
-  } catch (...) {
-    LogShell(Format(L"ERROR: Unknown exception while %s", activity));
-  }
 }
 
 void ShowWelcomePage() {
@@ -92,6 +81,9 @@ void StopTimer() {
 void StartServer() {
   LogLines({L"=== Starting Vek Web Server ===", L"Port: 4001",
             L"Purpose: Receive part opening requests from external applications"});
+  server.SetFileProcessingCallback(OnFileProcessingRequest);
+  server.Log(L"VekWebServer: File processing callback set");
+  LogShell(L"File processing callback registered");
   if (!server.Start()) {
     LogShell(L"ERROR: Failed to start Vek Web Server");
     LogShell(Format(L"Error details: %s", server.LastError()));
@@ -125,6 +117,7 @@ void TimerTick(char* dialog, ProUITimer timer, ProAppData) {
 
 void PollTick() {
   mainThread.Pump();
+  ServeOneRequest();
 }
 
 }  // namespace vek
@@ -132,6 +125,7 @@ void PollTick() {
 extern "C" int AddinInitialize(int, char**, char*, char*, wchar_t*) {
   using namespace vek;
   KeepFromHost(L"showing the product's page", ShowWelcomePage);
+  KeepFromHost(L"registering the commands", RegisterCommands);
   KeepFromHost(L"starting the timer", StartTimer);
   KeepFromHost(L"publishing the provider", [] { mainThread.Publish(&provider); });
   KeepFromHost(L"starting the server", StartServer);
@@ -141,6 +135,7 @@ extern "C" int AddinInitialize(int, char**, char*, char*, wchar_t*) {
 
 extern "C" void AddinTerminate() {
   using namespace vek;
+  KeepFromHost(L"taking back the popup menus", UnregisterPopupMenus);
   KeepFromHost(L"stopping the timer", StopTimer);
   KeepFromHost(L"stopping the server", StopServer);
   KeepFromHost(L"installing an update", [] { RunHelper(L"--install-pending", true); });

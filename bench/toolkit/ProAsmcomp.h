@@ -13,6 +13,15 @@ PRO_TOOLKIT_CALL ProError ProAsmcomppathInit(ProSolid assembly, ProIdTable ids, 
 // reverse.
 PRO_TOOLKIT_CALL ProError ProAsmcomppathTrfGet(ProAsmcomppath* path, ProBoolean bottom_up, ProMatrix place);
 
+PRO_TOOLKIT_CALL ProError ProAsmcomppathMdlGet(ProAsmcomppath* path, ProMdl* model);
+
+typedef ProError (*ProSolidDispCompVisitAction)(ProAsmcomppath* path, ProSolid solid, ProBoolean down,
+                                                ProAppData data);
+typedef ProError (*ProSolidDispCompVisitFilter)(ProAsmcomppath* path, ProSolid solid, ProAppData data);
+// Visits every displayed component at every depth, on the way down and again on the way up.
+PRO_TOOLKIT_CALL ProError ProSolidDispCompVisit(ProSolid assembly, ProSolidDispCompVisitAction action,
+                                                ProSolidDispCompVisitFilter filter, ProAppData data);
+
 PRO_TOOLKIT_CALL ProError ProAsmcompAssemble(ProSolid assembly, ProSolid model, ProMatrix place,
                                              ProAsmcomp* component);
 PRO_TOOLKIT_CALL ProError ProAsmcompMdlGet(ProAsmcomp* component, ProMdl* model);

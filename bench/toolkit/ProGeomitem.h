@@ -37,6 +37,7 @@ PRO_TOOLKIT_CALL ProError ProGeomitemToSurface(ProGeomitem* item, ProSurface* su
 PRO_TOOLKIT_CALL ProError ProSurfaceToGeomitem(ProSolid solid, ProSurface surface, ProGeomitem* item);
 PRO_TOOLKIT_CALL ProError ProGeomitemToEdge(ProGeomitem* item, ProEdge* edge);
 PRO_TOOLKIT_CALL ProError ProEdgeToGeomitem(ProSolid solid, ProEdge edge, ProGeomitem* item);
+PRO_TOOLKIT_CALL ProError ProGeomitemFeatureGet(ProGeomitem* item, ProFeature* feature);
 PRO_TOOLKIT_CALL ProError ProGeomitemIsInactive(ProGeomitem* item, ProBoolean* inactive);
 
 PRO_TOOLKIT_CALL ProError ProSurfaceTypeGet(ProSurface surface, ProSrftype* type);

@@ -24,6 +24,9 @@ typedef enum ProTypes : int {
 
 typedef void* ProMdl;
 typedef struct CreoSolid* ProSolid;
+typedef struct CreoDrawing* ProDrawing;
+// A saved view of a model, or a view on a drawing.
+typedef struct CreoView* ProView;
 
 typedef struct CreoModelItem {
   ProType type;

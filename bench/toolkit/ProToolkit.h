@@ -48,3 +48,7 @@ typedef wchar_t ProMdlName[PRO_MDLNAME_SIZE];
 typedef wchar_t ProMdlExtension[PRO_EXTENSION_SIZE];
 
 typedef double ProMatrix[4][4];
+typedef double Pro3dPnt[3];
+
+// The folder in which the host looks for the add-in's texts, as it was told at the start.
+PRO_TOOLKIT_CALL ProError ProToolkitApplTextPathGet(ProPath text_path);

@@ -58,3 +58,49 @@ ProError ProAsmcomppathTrfGet(ProAsmcomppath* path, ProBoolean bottom_up, ProMat
     return PRO_TK_NO_ERROR;
   };
 }
+
+ProError ProAsmcomppathMdlGet(ProAsmcomppath* path, ProMdl* model) {
+  HOST_CALL(path) {
+    if (!path || !model) return PRO_TK_BAD_INPUTS;
+    PathEnd end;
+    if (const ProError status = EndOf(*path, end)) return status;
+    if (!end.model) return PRO_TK_E_NOT_FOUND;
+    *model = Handle(*end.model);
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+namespace bench {
+namespace {
+
+// Visits what stands below `path`, whose model is `solid`.
+ProError VisitBelow(ProAsmcomppath path, Model& solid, ProSolidDispCompVisitAction action,
+                    ProSolidDispCompVisitFilter filter, ProAppData data) {
+  if (path.table_num == PRO_MAX_ASSEM_LEVEL) return PRO_TK_NO_ERROR;
+  std::vector<int> ids;
+  for (const Feature* feature : ActiveComponents(solid)) ids.push_back(feature->id);
+  ++path.table_num;
+  for (const int id : ids) {
+    path.comp_id_table[path.table_num - 1] = id;
+    // An action before may have taken it away.
+    PathEnd end;
+    if (EndOf(path, end) != PRO_TK_NO_ERROR || !end.model) continue;
+    if (filter && filter(&path, SolidHandle(*end.model), data) == PRO_TK_CONTINUE) continue;
+    if (const ProError answer = action(&path, SolidHandle(*end.model), PRO_B_TRUE, data)) return answer;
+    if (const ProError answer = VisitBelow(path, *end.model, action, filter, data)) return answer;
+    if (const ProError answer = action(&path, SolidHandle(*end.model), PRO_B_FALSE, data)) return answer;
+  }
+  return PRO_TK_NO_ERROR;
+}
+
+}  // namespace
+}  // namespace bench
+
+ProError ProSolidDispCompVisit(ProSolid assembly, ProSolidDispCompVisitAction action,
+                               ProSolidDispCompVisitFilter filter, ProAppData data) {
+  HOST_CALL(assembly) {
+    Model* model = LiveSolid(assembly);
+    if (!model || !action) return PRO_TK_BAD_INPUTS;
+    return VisitBelow({Handle(*model), {}, 0}, *model, action, filter, data);
+  };
+}

@@ -1,5 +1,6 @@
-// The calls of ProUI.h.
+// Dialogs: those of the add-in's own, messages, and the choice of a file.
 #include <ProUI.h>
+#include <ProUtil.h>
 
 #include <algorithm>
 #include <string>
@@ -7,6 +8,7 @@
 #include "bench/host/calls/array.h"
 #include "bench/host/host.h"
 #include "bench/host/instruments/call_frame.h"
+#include "bench/host/storage/model_file.h"
 #include "bench/host/text.h"
 
 using namespace bench;
@@ -87,5 +89,25 @@ ProError ProUIMessageDialogDisplay(ProUIMessageType type, wchar_t* title, wchar_
     const auto scripted = host.ui.ShowMessage({title, text});
     *answer = default_button;
     return scripted && EqualsIgnoringCase(*scripted, L"cancel") ? PRO_TK_USER_ABORT : PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProFileMdlnameOpen(wchar_t* title, wchar_t* filter, ProPath* shortcuts, ProName* shortcut_names,
+                            ProPath directory, wchar_t* name, ProPath selected) {
+  HOST_CALL(static_cast<const wchar_t*>(title), static_cast<const wchar_t*>(filter),
+            static_cast<const wchar_t*>(directory), static_cast<const wchar_t*>(name)) {
+    if (!title || !filter || !*filter || !selected) return PRO_TK_BAD_INPUTS;
+    if (shortcuts || shortcut_names) return PRO_TK_NOT_IMPLEMENTED;
+    Host& host = TheHost();
+    host.announcements.Say("file dialog: " + OnOneLine(title) + ", " + OnOneLine(filter));
+    std::wstring chosen = directory ? std::wstring(Bounded(directory, PRO_PATH_SIZE)) : WorkingDirectory();
+    if (name) chosen += L'\\' + std::wstring(name);
+    if (const auto answer = host.ui.TakeAnswer()) {
+      if (EqualsIgnoringCase(*answer, L"cancel")) return PRO_TK_USER_ABORT;
+      if (!EqualsIgnoringCase(*answer, L"ok")) chosen = *answer;
+    }
+    // The dialog lets nobody leave with a file that isn't there.
+    if (!FileExists(chosen)) return PRO_TK_USER_ABORT;
+    return CopyOut(chosen, *reinterpret_cast<ProPath*>(selected)) ? PRO_TK_NO_ERROR : PRO_TK_LINE_TOO_LONG;
   };
 }

@@ -133,3 +133,15 @@ ProError ProGeomitemIsInactive(ProGeomitem* item, ProBoolean* inactive) {
     return PRO_TK_NO_ERROR;
   };
 }
+
+ProError ProGeomitemFeatureGet(ProGeomitem* item, ProFeature* feature) {
+  HOST_CALL(item) {
+    Model* model = nullptr;
+    if (!item || !feature) return PRO_TK_BAD_INPUTS;
+    if (const ProError status = ResolveItem(item, item->type, model)) return status;
+    const Feature* owner = model->OwnerOf(item->type, item->id);
+    if (!owner) return PRO_TK_BAD_INPUTS;
+    *feature = {PRO_FEATURE, owner->id, Handle(*model)};
+    return PRO_TK_NO_ERROR;
+  };
+}

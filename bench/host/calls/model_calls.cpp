@@ -113,9 +113,13 @@ ProError ProMdlErase(ProMdl model) {
   HOST_CALL(model) {
     Model* found = nullptr;
     if (const ProError status = Resolve(model, found)) return status;
-    // An assembly in session would lose what it places.
+    // An assembly in session would lose what it places, a drawing what it shows.
     if (const Model* user = UserOf(*found)) {
       TheHost().announcements.Say("refused: " + ToUtf8(user->name) + " places " + ToUtf8(found->name));
+      return PRO_TK_BAD_CONTEXT;
+    }
+    if (const Model* user = DrawingOf(*found)) {
+      TheHost().announcements.Say("refused: " + ToUtf8(user->name) + " shows " + ToUtf8(found->name));
       return PRO_TK_BAD_CONTEXT;
     }
     TheHost().windows.Drop(*found);

@@ -1,5 +1,7 @@
 #include "bench/host/calls/selection.h"
 
+#include <algorithm>
+#include <cmath>
 #include <unordered_map>
 
 #include "bench/host/calls/array.h"
@@ -28,6 +30,11 @@ std::unordered_map<ProSelection, ProAsmcomppath>& ComponentPaths() {
   return paths;
 }
 
+std::unordered_map<ProSelection, SelectionPlace>& Places() {
+  static std::unordered_map<ProSelection, SelectionPlace> places;
+  return places;
+}
+
 template <typename Handles, typename Selected>
 ProSelection Enter(Handles& handles, const Selected& selected) {
   const ProSelection selection = handles.Enter(selected);
@@ -39,15 +46,16 @@ bool IsLive(ProSelection selection) {
   return selection && TheHost().ledger.Check(selection, HandleKind::kSelection, CurrentCall());
 }
 
-bool Free(ProSelection selection) {
+}  // namespace
+
+bool FreeSelection(ProSelection selection) {
   if (!TheHost().ledger.TakeBack(selection, HandleKind::kSelection, CurrentCall())) return false;
   Selections().Remove(selection);
   Parts().Remove(selection);
   ComponentPaths().erase(selection);
+  Places().erase(selection);
   return true;
 }
-
-}  // namespace
 
 ProSelection NewSelection(const ProModelitem& item) {
   return Enter(Selections(), item);
@@ -63,10 +71,23 @@ ProSelection NewSelection(const ProModelitem& item, const ProAsmcomppath& path) 
   return selection;
 }
 
+ProSelection NewSelection(const ProModelitem& item, const ProAsmcomppath& path,
+                          const std::array<double, 2>& parameters) {
+  const ProSelection selection = NewSelection(item, path);
+  Places()[selection].parameters = parameters;
+  return selection;
+}
+
 ProAsmcomppath PathSelected(ProSelection selection) {
   if (const auto path = ComponentPaths().find(selection); path != ComponentPaths().end()) return path->second;
   const ProModelitem* item = Selections().Find(selection);
   return {item ? item->owner : nullptr, {}, 0};
+}
+
+const SelectionPlace& PlaceSelected(ProSelection selection) {
+  static const SelectionPlace nowhere;
+  const auto place = Places().find(selection);
+  return place == Places().end() ? nowhere : place->second;
 }
 
 const ProModelitem* SelectedItem(ProSelection selection) {
@@ -100,7 +121,7 @@ ProError ProSelectionAlloc(ProAsmcomppath* path, ProModelitem* item, ProSelectio
 ProError ProSelectionFree(ProSelection* selection) {
   HOST_CALL_THAT_NEVER_FAILS(selection ? *selection : nullptr) {
     if (!selection || !*selection) return PRO_TK_BAD_INPUTS;
-    if (!Free(*selection)) return PRO_TK_INVALID_PTR;
+    if (!FreeSelection(*selection)) return PRO_TK_INVALID_PTR;
     *selection = nullptr;
     return PRO_TK_NO_ERROR;
   };
@@ -113,7 +134,7 @@ ProError ProSelectionarrayFree(ProSelection* selections) {
     if (!all) return PRO_TK_INVALID_PTR;
     // A selection in it that was freed before is a mistake, but no reason to keep the others.
     bool right = true;
-    for (const ProSelection selection : *all) right &= Free(selection);
+    for (const ProSelection selection : *all) right &= FreeSelection(selection);
     FreeArray(selections);
     return right ? PRO_TK_NO_ERROR : PRO_TK_INVALID_PTR;
   };
@@ -144,6 +165,8 @@ ProError ProSelectionCopy(ProSelection from, ProSelection* to) {
     const ProModelitem* item = SelectedItem(from);
     if (!item) return PRO_TK_INVALID_PTR;
     *to = NewSelection(ProModelitem(*item), PathSelected(from));
+    if (const SelectionPlace place = PlaceSelected(from); place.view || place.point || place.parameters)
+      Places()[*to] = place;
     return PRO_TK_NO_ERROR;
   };
 }
@@ -155,6 +178,37 @@ ProError ProSelectionToReference(ProSelection selection, ProReference* reference
     if (!item) return PRO_TK_INVALID_PTR;
     if (!ItemExists(*item)) return PRO_TK_E_NOT_FOUND;
     *reference = NewReference(*item);
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProSelectionViewSet(ProView view, ProSelection* selection) {
+  HOST_CALL(view, selection ? *selection : nullptr) {
+    if (!view || !selection || !*selection) return PRO_TK_BAD_INPUTS;
+    if (!SelectedItem(*selection) || !DrawingWithView(view)) return PRO_TK_INVALID_PTR;
+    Places()[*selection].view = view;
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProSelectionPoint3dSet(ProPoint3d point, ProSelection* selection) {
+  HOST_CALL(selection ? *selection : nullptr) {
+    if (!point || !selection || !*selection) return PRO_TK_BAD_INPUTS;
+    if (!SelectedItem(*selection)) return PRO_TK_INVALID_PTR;
+    for (int i = 0; i < 3; ++i)
+      if (!std::isfinite(point[i])) return PRO_TK_BAD_INPUTS;
+    Places()[*selection].point = Vector3{point[0], point[1], point[2]};
+    return PRO_TK_NO_ERROR;
+  };
+}
+
+ProError ProSelectionUvParamGet(ProSelection selection, ProUvParam uv) {
+  HOST_CALL(selection) {
+    if (!selection || !uv) return PRO_TK_BAD_INPUTS;
+    if (!SelectedItem(selection)) return PRO_TK_INVALID_PTR;
+    const auto& parameters = PlaceSelected(selection).parameters;
+    if (!parameters) return PRO_TK_E_NOT_FOUND;
+    std::ranges::copy(*parameters, uv);
     return PRO_TK_NO_ERROR;
   };
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "bench/host/calls/geometry_handles.h"
+#include "bench/host/calls/surface_parameters.h"
 #include "bench/host/calls/vector_out.h"
 #include "bench/host/features/geometry_questions.h"
 #include "bench/host/instruments/call_frame.h"
@@ -11,33 +12,6 @@
 
 namespace bench {
 namespace {
-
-// A datum plane as a face: a plane without bounds.
-FaceInfo FaceOfDatum(const Model& model, const Feature& datum) {
-  FaceInfo face;
-  face.type = "plane";
-  for (int i = 0; i < 3; ++i) face.origin[i] = datum.plane.origin[i] * MillimetresPer(model.length_unit);
-  face.axis = datum.plane.Normal();
-  face.x = datum.plane.x;
-  return face;
-}
-
-FaceInfo FaceOf(const LiveSurface& surface) {
-  return surface.face ? *surface.face : FaceOfDatum(*surface.model, *surface.datum);
-}
-
-// What a step of 1 of a caller's parameter is in the kernel's: lengths differ with the model's unit, angles
-// don't.
-struct ParameterSteps {
-  double u, v;
-};
-
-ParameterSteps StepsOf(const FaceInfo& face, double unit) {
-  const bool is_plane = face.type == "plane";
-  const bool has_height =
-      is_plane || face.type == "cylinder" || face.type == "cone" || face.type == "extruded";
-  return {is_plane ? unit : 1, has_height ? unit : 1};
-}
 
 ProError Evaluate(const Model& model, const FaceInfo& face, const ProUvParam uv, SurfacePoint& at) {
   if (!std::isfinite(uv[0]) || !std::isfinite(uv[1])) return PRO_TK_BAD_INPUTS;

@@ -63,7 +63,7 @@ ProError ProUnitsystemUnitGet(ProUnitsystem* system, ProUnitType type, ProUnitit
     const UnitSystem* known = FindUnitSystem(Bounded(system->name, PRO_NAME_SIZE));
     if (!known) return PRO_TK_E_NOT_FOUND;
     if (type != PRO_UNITTYPE_LENGTH && type != PRO_UNITTYPE_MASS) return PRO_TK_BAD_INPUTS;
-    CopyOut(type == PRO_UNITTYPE_LENGTH ? known->length_name : L"kg", unit->name);
+    CopyOut(type == PRO_UNITTYPE_LENGTH ? known->length_name : known->mass_name, unit->name);
     unit->owner = system->owner;
     return PRO_TK_NO_ERROR;
   };

@@ -13,6 +13,7 @@ namespace bench {
 namespace {
 
 constexpr std::size_t kJournalLines = 20;
+constexpr std::size_t kPathWords = 64;  // of a path with blanks
 
 int ReadInteger(const std::string& text, const char* what) {
   int number = 0;
@@ -87,6 +88,7 @@ constexpr ConsoleCommand kCommands[] = {
      ScriptFault, 2, 3},
     {"delay CALL MS", "the next call of that name takes that much longer", ScriptDelay, 2, 2},
     {"ledger", "what is outstanding, by kind, and every violation since the start", ShowLedger},
+    {"plot FILE.svg", "draws the current sheet of the active drawing", PlotCurrentDrawing, 1, kPathWords},
     {"pause", "holds back the timers, as a modal state does",
      [](ConsoleWords, const ConsoleSay&) { TheHost().ui.Pause(); }},
     {"resume", "lets the timers go", [](ConsoleWords, const ConsoleSay&) { TheHost().ui.Resume(); }},
@@ -103,14 +105,15 @@ void ShowHelp(ConsoleWords, const ConsoleSay& say) {
     say(std::string(command.usage) + ": " + command.does);
   };
   for (const ConsoleCommand& command : ModelCommands()) show(command);
+  for (const ConsoleCommand& command : UserCommands()) show(command);
   for (const ConsoleCommand& command : kCommands) show(command);
 }
 
 const ConsoleCommand& FindCommand(const std::string& name) {
-  for (const ConsoleCommand& command : kCommands)
-    if (NameOf(command) == name) return command;
-  for (const ConsoleCommand& command : ModelCommands())
-    if (NameOf(command) == name) return command;
+  for (const std::span<const ConsoleCommand> commands :
+       {std::span<const ConsoleCommand>(kCommands), ModelCommands(), UserCommands()})
+    for (const ConsoleCommand& command : commands)
+      if (NameOf(command) == name) return command;
   throw ConsoleError("there is no command " + name + "; help lists them");
 }
 

@@ -29,6 +29,12 @@ struct ConsoleCommand {
 // Those that show and change models: models, tree, faces, units.
 std::span<const ConsoleCommand> ModelCommands();
 
+// Those that do what a user does: select, pick, answer, menus, command, popup.
+std::span<const ConsoleCommand> UserCommands();
+
+// Draws the sheet at hand of the current drawing into a file.
+void PlotCurrentDrawing(ConsoleWords arguments, const ConsoleSay& say);
+
 class Console {
  public:
   explicit Console(ConsoleSay say) : say_(std::move(say)) {}

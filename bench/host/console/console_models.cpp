@@ -45,7 +45,7 @@ void ShowModels(ConsoleWords, const ConsoleSay& say) {
     if (model == host.windows.CurrentModel()) line += ", current";
     if (model->modified) line += ", modified";
     const Extent extent = ExtentOf(*model);
-    if (extent.volume) line += ", volume " + Show(*extent.volume) + " mm³";
+    if (extent.weight) line += ", volume " + Show(extent.weight->volume) + " mm³";
     if (const auto& box = extent.outline) {
       const Vector3 size{box->high[0] - box->low[0], box->high[1] - box->low[1], box->high[2] - box->low[2]};
       line += ", size " + Show(size, " x ") + " mm";

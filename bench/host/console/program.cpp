@@ -16,6 +16,7 @@
 #include "bench/host/host.h"
 #include "bench/host/storage/model_file.h"
 #include "bench/host/text.h"
+#include "bench/running_mark.h"
 
 namespace bench {
 namespace {
@@ -85,7 +86,22 @@ void RunLoop(InputLines& input, Console& console) {
   }
 }
 
+// What other programs of the bench see of this one for as long as it runs.
+class RunningMark {
+ public:
+  RunningMark() : mutex_(CreateMutexW(nullptr, FALSE, kRunningMark)) {}
+  ~RunningMark() {
+    if (mutex_) CloseHandle(mutex_);
+  }
+  RunningMark(const RunningMark&) = delete;
+  RunningMark& operator=(const RunningMark&) = delete;
+
+ private:
+  HANDLE mutex_;
+};
+
 void Run(const Options& options) {
+  const RunningMark mark;
   Host& host = TheHost();
   host.Reset();
   host.announcements.SetSink(Print);

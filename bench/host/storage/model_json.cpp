@@ -1,12 +1,14 @@
 #include "bench/host/storage/model_json.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <stdexcept>
 #include <utility>
 
 #include "bench/host/host.h"
 #include "bench/host/model/units.h"
+#include "bench/host/storage/drawing_json.h"
 #include "bench/host/storage/file_names.h"
 #include "bench/host/storage/section_json.h"
 #include "bench/host/text.h"
@@ -216,6 +218,7 @@ Json FeatureToJson(const Feature& feature, const Model& model) {
           {"tree", feature.tree ? TreeToJson(*feature.tree, feature, model) : Json()},
           {"setup", feature.setup ? TreeToJson(*feature.setup, feature, model) : Json()},
           {"sketch", feature.sketch},
+          {"imported", feature.imported ? Json(*feature.imported) : Json()},
           {"items", std::move(items)},
           {"component", feature.component ? ComponentToJson(*feature.component) : Json()}};
 }
@@ -243,7 +246,9 @@ std::unique_ptr<Feature> FeatureFromJson(const Json& json, Model& model) {
     feature->items.push_back({static_cast<ProType>(item.at("type").get<int>()), item.at("id").get<int>(),
                               item.at("key").get<std::string>(), item.at("alive").get<bool>(),
                               FromUtf8(item.at("name").get<std::string>())});
-  // Files from before there were components have none.
+  // Files from before there were imports and components have none.
+  if (const auto shape = json.find("imported"); shape != json.end() && !shape->is_null())
+    feature->imported = std::make_shared<const std::string>(shape->get<std::string>());
   if (const auto component = json.find("component"); component != json.end() && !component->is_null())
     feature->component = ComponentFromJson(*component);
   return feature;
@@ -289,6 +294,24 @@ Dimension DimensionFromJson(const Json& json) {
           json.at("relation_driven").get<bool>()};
 }
 
+// Files from before models had one hold none.
+double ReadDensity(const Json& json) {
+  if (!json.contains("density")) return Model{}.density;
+  const double density = NumberFromJson(json["density"]);
+  if (!(density > 0) || !std::isfinite(density)) throw std::runtime_error("it has an impossible density");
+  return density;
+}
+
+// Files from before there were drawings have neither drawing nor cross-sections.
+void ReadDrawingParts(const Json& json, Model& model) {
+  if (const auto sections = json.find("cross_sections"); sections != json.end())
+    for (const Json& section : *sections) model.cross_sections.push_back(CrossSectionFromJson(section));
+  if (const auto drawing = json.find("drawing"); drawing != json.end() && !drawing->is_null())
+    model.drawing = DrawingFromJson(*drawing);
+  if (model.drawing && model.type != PRO_MDL_DRAWING)
+    throw std::runtime_error("it holds sheets and is no drawing");
+}
+
 void CheckIds(const Model& model) {
   const auto check = [&model](int id) {
     if (id < 1 || id >= model.next_id) throw std::runtime_error("impossible id " + std::to_string(id));
@@ -300,6 +323,7 @@ void CheckIds(const Model& model) {
       throw std::runtime_error("two features with the id " + std::to_string(feature->id));
     for (const GeometryItem& item : feature->items) check(item.id);
   }
+  for (const CrossSection& section : model.cross_sections) check(section.id);
   for (const auto& [key, id] : model.ids_of_keys) check(id);
 }
 
@@ -321,16 +345,22 @@ std::string ModelToText(const Model& model) {
   for (const auto& feature : model.features) features.push_back(FeatureToJson(*feature, model));
   for (const Parameter& parameter : model.parameters) parameters.push_back(ParameterToJson(parameter));
   for (const Dimension& dimension : model.dimensions) dimensions.push_back(DimensionToJson(dimension));
+  Json cross_sections = Json::array();
+  for (const CrossSection& section : model.cross_sections)
+    cross_sections.push_back(CrossSectionToJson(section));
   const Json json = {{"format", kFormat},
                      {"version", kFormatVersion},
                      {"type", Word(model.type)},
                      {"name", ToUtf8(model.name)},
                      {"length_unit", Word(model.length_unit)},
+                     {"density", NumberToJson(model.density)},
                      {"next_id", model.next_id},
                      {"features", std::move(features)},
                      {"parameters", std::move(parameters)},
                      {"dimensions", std::move(dimensions)},
                      {"next_dimension", model.next_dimension},
+                     {"cross_sections", std::move(cross_sections)},
+                     {"drawing", model.drawing ? DrawingToJson(*model.drawing) : Json()},
                      {"ids_of_keys", model.ids_of_keys}};
   return json.dump(1) + "\n";
 }
@@ -343,6 +373,7 @@ std::unique_ptr<Model> ModelFromText(std::string_view text) {
   const auto unit = LengthUnitOf(json.at("length_unit").get<std::string>());
   if (!unit) throw std::runtime_error("it has an unknown length unit");
   model->length_unit = *unit;
+  model->density = ReadDensity(json);
   model->next_id = json.at("next_id").get<int>();
   for (const Json& feature : json.at("features")) model->features.push_back(FeatureFromJson(feature, *model));
   for (const Json& parameter : json.at("parameters"))
@@ -350,6 +381,7 @@ std::unique_ptr<Model> ModelFromText(std::string_view text) {
   for (const Json& dimension : json.at("dimensions"))
     model->dimensions.push_back(DimensionFromJson(dimension));
   model->next_dimension = json.at("next_dimension").get<int>();
+  ReadDrawingParts(json, *model);
   model->ids_of_keys = json.at("ids_of_keys").get<std::map<std::string, int>>();
   CheckIds(*model);
   model->modified = false;

@@ -60,6 +60,19 @@ ProError SaveAlone(Model& model) {
 
 ProError RetrieveFrom(const std::wstring& directory, std::wstring_view name, ProMdlType type, Model*& model);
 
+// What must be there before the model can be told in full.
+std::vector<Model*> ModelsNeededBy(const Model& model) {
+  return model.drawing ? ModelsDrawnIn(model) : ModelsPlacedIn(model);
+}
+
+void RetrieveDrawnModels(Model& drawing) {
+  if (!drawing.drawing) return;
+  for (DrawnModel& drawn : drawing.drawing->solids) {
+    RetrieveFrom(drawing.directory, drawn.name, drawn.type, drawn.model);
+    if (!drawn.model) Complain(ToUtf8(drawn.name) + ", which " + ToUtf8(drawing.name) + " shows, is missing");
+  }
+}
+
 void RetrieveComponents(Model& assembly) {
   for (const auto& feature : assembly.features) {
     if (!feature->component) continue;
@@ -92,6 +105,7 @@ ProError RetrieveFrom(const std::wstring& directory, std::wstring_view name, Pro
   read->directory = directory;
   model = &session.Add(std::move(read));
   RetrieveComponents(*model);
+  RetrieveDrawnModels(*model);
   RestoreGeometry(*model);
   model->modified = false;
   return PRO_TK_NO_ERROR;
@@ -100,17 +114,17 @@ ProError RetrieveFrom(const std::wstring& directory, std::wstring_view name, Pro
 }  // namespace
 
 ProError SaveModel(Model& model) {
-  for (Model* placed : ModelsPlacedIn(model))
-    if (placed->modified)
-      if (const ProError status = SaveAlone(*placed)) return status;
+  for (Model* needed : ModelsNeededBy(model))
+    if (needed->modified)
+      if (const ProError status = SaveAlone(*needed)) return status;
   return SaveAlone(model);
 }
 
 ProError BackUpModel(Model& model, std::wstring_view directory) {
   const std::wstring target(directory);
   if (!DirectoryExists(target)) return PRO_TK_INVALID_DIR;
-  for (Model* placed : ModelsPlacedIn(model))
-    if (const ProError status = SaveInto(*placed, target)) return status;
+  for (Model* needed : ModelsNeededBy(model))
+    if (const ProError status = SaveInto(*needed, target)) return status;
   return SaveInto(model, target);
 }
 

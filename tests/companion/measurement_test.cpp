@@ -1,0 +1,153 @@
+// Measuring a face by the command, to the last character of what is sent.
+#include "addin/companion/find_component.h"
+#include "tests/companion/running_companion.h"
+#include "tests/support/captured_log.h"
+#include "tests/support/companion_aside.h"
+#include "tests/support/operation_fixture.h"
+
+namespace vek {
+namespace {
+
+using support::RunningCompanion;
+
+class Measurement : public support::OperationTest {
+ protected:
+  void SetUp() override {
+    OperationTest::SetUp();
+    NewPart();
+  }
+
+  // A block of 40 x 20 x 10 mm with a hole of 8 mm through it, drilled or cut, along z at x 30, y 10.
+  void DrilledBlock() {
+    Block(40, 20, 10);
+    Succeed(L"api_sketch_create", LR"({"plane":"XY","name":"SPOT"})");
+    Succeed(L"api_sketch_point", LR"({"sketch_name":"SPOT","x":30,"y":10})");
+    Succeed(L"api_feature_hole", LR"({"sketch_name":"SPOT","diameter_mm":8,"depth_mm":12})");
+  }
+  void CutBlock() {
+    Block(40, 20, 10);
+    Circle(L"CUT", 30, 10, 4);
+    Succeed(L"api_feature_extrude", LR"({"sketch_name":"CUT","distance_mm":10,"operation":"cut"})");
+  }
+  void Circle(const wchar_t* sketch, double x, double y, double radius) {
+    const std::wstring name(sketch);
+    Succeed(L"api_sketch_create", LR"({"plane":"XY","name":")" + name + LR"("})");
+    Succeed(L"api_sketch_circle_center_radius", LR"({"sketch_name":")" + name + LR"(","cx":)" +
+                                                    support::Number(x) + L",\"cy\":" + support::Number(y) +
+                                                    L",\"radius\":" + support::Number(radius) + L"}");
+  }
+
+  // The first face of that type; of planes the one that looks up, as a pick.
+  bench::Picked Face(const std::string& type) {
+    bench::Model& part = Current();
+    for (const auto& face : part.topology.faces)
+      if (face.type == type && (type != "plane" || face.normal[2] > 0.5))
+        return {{PRO_SURFACE, part.ids_of_keys.at(face.key), bench::Handle(part)}, {}};
+    ADD_FAILURE() << "no " << type;
+    return {};
+  }
+
+  std::string SentFor(const std::string& type) {
+    host().picks.Select({Face(type)});
+    const std::size_t before = companion_.Received().size();
+    CommandFindComponent();
+    const auto received = companion_.Received();
+    EXPECT_EQ(received.size(), before + 1);
+    return received.empty() ? "" : received.back();
+  }
+
+  RunningCompanion companion_;
+};
+
+constexpr const char* kHead = "/receive-data ";
+
+TEST_F(Measurement, OfAPlane) {
+  Block(40, 20, 10);
+  // The face on top: 40 x 20 = 800. It is picked in its middle.
+  EXPECT_EQ(SentFor("plane"),
+            std::string(kHead) +
+                R"({"Area":"800.000000mm","Perimeter":"0.0","Radius":"0.0","Diameter":"0.0",)"
+                R"("CenterPoint":{"X":"20.000000mm","Y":"10.000000mm","Z":"10.000000mm"},)"
+                R"("Normal":"0.000000, 0.000000, 1.000000","IsHole":false,"surfaceType":"Plane",)"
+                R"("SelectedHoleInfo":null})");
+  EXPECT_EQ(support::CountCaptured(L"Measurement data sent successfully"), 1);
+}
+
+TEST_F(Measurement, OfADrilledHole) {
+  DrilledBlock();
+  const std::string sent = SentFor("cylinder");
+  // Wall 2 pi 4 x 10 = 251.327412, both rims 4 pi 4 = 50.265482.
+  EXPECT_TRUE(sent.starts_with(
+      std::string(kHead) + R"({"Area":"251.327412mm","Perimeter":"50.265482mm","Radius":"4.000000mm",)"
+                           R"("Diameter":"8.000000mm","CenterPoint":{"X":"30.000000mm","Y":"10.000000mm",)"))
+      << sent;
+  EXPECT_NE(sent.find(R"("IsHole":true,"surfaceType":"Cylinder","SelectedHoleInfo":{"ThreadSize":"M8.0",)"
+                      R"("HoleDiameter":"8.000000mm",)"),
+            std::string::npos)
+      << sent;
+  EXPECT_NE(
+      sent.find(
+          R"("Standard":"Standard","ThreadClass":"Standard Thread","HoleType":"Straight Cylindrical"}})"),
+      std::string::npos)
+      << sent;
+}
+
+TEST_F(Measurement, OfAnInwardCylinderThatNoHoleMade) {
+  CutBlock();
+  const std::string sent = SentFor("cylinder");
+  EXPECT_NE(sent.find(R"("IsHole":true,"surfaceType":"Cylinder","SelectedHoleInfo":{"ThreadSize":"",)"
+                      R"("HoleDiameter":"8.000000mm",)"),
+            std::string::npos)
+      << sent;
+  EXPECT_NE(sent.find(R"("Standard":"","ThreadClass":"","HoleType":""}})"), std::string::npos) << sent;
+}
+
+TEST_F(Measurement, OfAnOutwardCylinderInAModelInInches) {
+  Circle(L"PIN", 0, 0, 25.4);
+  Succeed(L"api_feature_extrude", LR"({"sketch_name":"PIN","distance_mm":50.8})");
+  // The numbers stay: a pin of 25.4 in radius, and a length counts as so many millimetres.
+  Current().length_unit = bench::LengthUnit::kInch;
+  Succeed(L"api_document_rebuild");
+  const std::string sent = SentFor("cylinder");
+  EXPECT_NE(sent.find(R"("Radius":"1.000000in","Diameter":"2.000000in")"), std::string::npos) << sent;
+  EXPECT_NE(sent.find(R"("IsHole":false,"surfaceType":"Cylinder","SelectedHoleInfo":null})"),
+            std::string::npos)
+      << sent;
+}
+
+TEST_F(Measurement, AsksForAFaceWhenNoneIsSelected) {
+  Block(40, 20, 10);
+  host().picks.PickNext(Face("plane"));
+  CommandFindComponent();
+  EXPECT_EQ(companion_.Received().size(), 1u);
+  EXPECT_EQ(support::CountCaptured(L"No current face selection found, prompting user to select face"), 1);
+
+  host().picks.PickNext(std::nullopt);
+  CommandFindComponent();
+  EXPECT_EQ(companion_.Received().size(), 1u);
+  ASSERT_EQ(host().ui.Messages().size(), 1u);
+  EXPECT_EQ(host().ui.Messages()[0].text, L"No faces selected");
+}
+
+TEST_F(Measurement, EveryCallThatFailsLeavesNothingBehind) {
+  DrilledBlock();
+  const bench::Picked hole = Face("cylinder");
+  const auto run = [&] {
+    host().picks.Select({hole});
+    FaceMeasurement measurement;
+    return MeasureFromSelectionBuffer(measurement);
+  };
+  const auto mark = host().journal.Mark();
+  EXPECT_EQ(run(), 2);
+  const std::size_t calls = CallsSince(mark).size();
+  ASSERT_GT(calls, 15u);
+  for (std::size_t nth = 1; nth <= calls; ++nth) {
+    faults().FailNumber(static_cast<int>(nth), -1);
+    run();
+    faults().Clear();
+    EXPECT_TRUE(host().ledger.Outstanding().empty()) << "call " << nth;
+  }
+}
+
+}  // namespace
+}  // namespace vek
