@@ -5,9 +5,9 @@
 #include <limits>
 #include <tuple>
 
+#include "addin/ops/common/import_names.h"
 #include "addin/ops/drawing/orientation.h"
 #include "addin/ops/exchange/analysis_arithmetic.h"
-#include "addin/ops/common/import_names.h"
 #include "addin/ops/exchange/import_file_name.h"
 #include "addin/ops/exchange/screenshot_text.h"
 

@@ -77,15 +77,12 @@ TEST(HttpMessage, AnnouncesTheLengthInBytes) {
 }
 
 TEST(HttpMessage, NamesTheStatusCodes) {
-  const std::pair<int, const wchar_t*> phrases[] = {{200, L"OK"},
-                                                    {204, L"No Content"},
-                                                    {400, L"Bad Request"},
-                                                    {404, L"Not Found"},
-                                                    {500, L"Internal Server Error"},
-                                                    {503, L"Service Unavailable"},
-                                                    {504, L"Gateway Timeout"},
-                                                    {201, L"Unknown"}};
-  for (const auto& [code, phrase] : phrases) EXPECT_STREQ(ReasonPhrase(code), phrase) << code;
+  std::wstring phrases;
+  for (const int code : {200, 204, 400, 404, 500, 503, 504, 201})
+    phrases += ReasonPhrase(code) + std::wstring(L"|");
+  EXPECT_EQ(phrases,
+            L"OK|No Content|Bad Request|Not Found|Internal Server Error|Service Unavailable|"
+            L"Gateway Timeout|Unknown|");
 }
 
 }  // namespace

@@ -70,24 +70,6 @@ TEST_F(Bridge, ReportsWhatThrowsAroundABatchAndTakesTheNext) {
   EXPECT_EQ(counted_, 2);
 }
 
-TEST_F(Bridge, RunsABatchOnThePumpingThread) {
-  CreoMcpMainThread bridge(kPatience);
-  std::thread::id ran_on;
-  provider_.RegisterOperation(L"where", [&ran_on](const std::wstring& arguments) {
-    ran_on = std::this_thread::get_id();
-    return MakeSuccessResult(arguments);
-  });
-  bridge.Publish(&provider_);
-  std::thread server([&] { EXPECT_TRUE(bridge.Submit({{L"where", L"here"}}, results_, error_)); });
-  EXPECT_TRUE(Eventually([&] {
-    bridge.Pump();
-    return ran_on != std::thread::id();
-  }));
-  server.join();
-  EXPECT_EQ(ran_on, std::this_thread::get_id());
-  EXPECT_EQ(results_.at(L"where").message, L"here");
-}
-
 TEST_F(Bridge, FinishesABatchThatOutlastsTheWaitAndTakesTheNext) {
   CreoMcpMainThread bridge(500ms);
   bridge.Publish(&provider_);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <stdexcept>
 
 #include "tests/support/captured_log.h"
@@ -34,24 +33,6 @@ void ExpectFailure(const CreoMcpOperationResult& result, const std::wstring& mes
   EXPECT_FALSE(result.success);
   EXPECT_EQ(result.message, message);
   EXPECT_EQ(result.dataJson, L"null");
-}
-
-TEST_F(Provider, ExpectsSoManyNamesOfEachGroup) {
-  std::map<std::wstring, int> groups;
-  for (const std::wstring_view name : CreoMcpProvider::ExpectedNames())
-    ++groups[std::wstring(name.substr(0, name.find(L'_', 4)))];
-  EXPECT_EQ(groups, (std::map<std::wstring, int>{{L"api_document", 12},
-                                                 {L"api_export", 3},
-                                                 {L"api_import", 1},
-                                                 {L"api_parameters", 3},
-                                                 {L"api_sketch", 18},
-                                                 {L"api_feature", 13},
-                                                 {L"api_assembly", 8},
-                                                 {L"api_drawing", 7},
-                                                 {L"api_analysis", 5},
-                                                 {L"api_macro", 5},
-                                                 {L"api_edge", 3},
-                                                 {L"api_pattern", 3}}));
 }
 
 TEST_F(Provider, FillsMissingNamesAndKeepsTheOthers) {

@@ -25,6 +25,21 @@ std::string LogPath() {
 
 }  // namespace
 
+std::vector<pid_t> ProcessesOfBenches(const std::string& name) {
+  const std::string mark = "VEK_ENDTOEND=" + std::to_string(getpid());
+  std::vector<pid_t> processes;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+    std::ifstream named(entry.path() / "comm");
+    std::string text;
+    if (!std::getline(named, text) || text != name) continue;
+    std::ifstream environment(entry.path() / "environ", std::ios::binary);
+    const std::string variables((std::istreambuf_iterator<char>(environment)), {});
+    if (variables.find(mark) != std::string::npos)
+      processes.push_back(std::stoi(entry.path().filename().string()));
+  }
+  return processes;
+}
+
 std::string BenchHome() {
   const char* home = std::getenv("VEK_BENCH_HOME");
   return home != nullptr ? home : std::string(VEK_SOURCE_DIR) + "/build/bench";

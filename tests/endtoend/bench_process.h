@@ -41,6 +41,10 @@ class BenchProcess {
   std::string unread_;
 };
 
+// The processes of that name that came of this test program's benches: kernels, companions, and the benches
+// themselves.
+std::vector<pid_t> ProcessesOfBenches(const std::string& name);
+
 // The folder that the bench keeps everything in, its drive D among it.
 std::string BenchHome();
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# ./run with jobs: the sample twice in a row, the housing, a job with a failing step, and jobs with mistakes in them.
+# ./run with jobs: the sample twice in a row, the housing, the gearbox, a job with a failing step, and jobs with
+# mistakes in them.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)
@@ -17,11 +18,29 @@ for attempt in first second; do
   run || complain "the sample fails the $attempt time"
   grep -q 'BRACKET' "$scratch/said" || complain "the sample's part is not among the models"
   head -c 13 "$root/out/bracket.stp" | grep -q '^ISO-10303-21;' || complain "no STEP file came of the sample"
+  # Behind the signature and the head of the first block stand width and height: 1920 and 1080.
+  [ "$(head -c 24 "$root/out/bracket.png" | tail -c 23 | tr -d '\0' | od -An -tx1 | tr -d ' \n')" = \
+    "504e470d0a1a0a0d4948445207800438" ] || complain "the sample's picture is no PNG of its size"
   [ -s "$root/out/bracket.prt.1" ] || complain "the sample's part was not saved"
 done
 
 run "$root/examples/housing.json" || complain "a step of the housing fails"
 head -c 13 "$root/out/housing.stp" | grep -q '^ISO-10303-21;' || complain "no STEP file came of the housing"
+
+# Six screws, on the cover's plate at z = 48, whose rows are at y = -48 and 48.
+run "$root/examples/gearbox.json" || complain "a step of the gearbox fails"
+grep -q 'assembly GEARBOX.* size 180 x 112 x 128 mm' "$scratch/said" || complain "the gearbox is not put together"
+[ "$(grep -c NEXT_ASSEMBLY_USAGE_OCCURRENCE "$root/out/gearbox.stp")" = 13 ] || complain "components are not in the file"
+[ "$(grep -cE "CARTESIAN_POINT\\('',\\((-10|36|82)\.,-?48\.,48\.\\)\\)" "$root/out/gearbox.stp")" = 6 ] ||
+  complain "the screws of the file don't lie on the cover"
+
+run "$root/examples/bracket_drawing.json" || complain "a step of the drawing fails"
+svg=$root/out/bracket.svg
+[ -s "$svg" ] || complain "no sheet came of the drawing"
+rsvg-convert "$svg" >"$scratch/sheet.png" 2>>"$scratch/said" || complain "the sheet is no SVG"
+for words in 'SECTION A-A' 'DETAIL B  SCALE 2:1' '>BRACKET<' '>1:1<'; do
+  grep -q "$words" "$svg" || complain "the sheet lacks $words"
+done
 
 echo '[["api_document_new_part", {}], ["api_sketch_create", {"plane": "NOWHERE"}], ["api_feature_list", {}]]' \
   >"$scratch/failing.json"

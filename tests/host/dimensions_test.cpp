@@ -3,7 +3,6 @@
 #include <ProSolid.h>
 #include <gmock/gmock.h>
 
-#include "bench/host/storage/model_store.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
@@ -65,9 +64,7 @@ TEST_F(DimensionsTest, TheySurviveSavingAndRetrieving) {
   Full();
   part_->dimensions[1].relation_driven = true;
   const auto before = All();
-  ASSERT_EQ(ProMdlSave(Handle(*part_)), PRO_TK_NO_ERROR);
-  ASSERT_EQ(ProMdlErase(Handle(*part_)), PRO_TK_NO_ERROR);
-  ASSERT_EQ(RetrieveModel(L"part", PRO_MDL_PART, part_), PRO_TK_NO_ERROR);
+  SaveAndRetrieve();
   EXPECT_EQ(All(), before);
   for (int id = 0; id < 3; ++id) {
     ProDimension dimension = Dimension(id);
@@ -104,33 +101,11 @@ TEST_F(DimensionsTest, WhatMakesNoSenseHasAStatusAndChangesNothing) {
       {ProDimensionValueSet(&driven, 5), PRO_TK_BAD_CONTEXT},
       {ProDimensionValueSet(&none, 5), PRO_TK_E_NOT_FOUND},
       {ProDimensionValueSet(&no_dimension, 5), PRO_TK_BAD_INPUTS},
-      {ProDimensionValueSet(nullptr, 5), PRO_TK_BAD_INPUTS},
       {ProDimensionValueGet(&depth, nullptr), PRO_TK_BAD_INPUTS},
-      {ProDimensionSymbolGet(&depth, nullptr), PRO_TK_BAD_INPUTS},
-      {ProDimensionTypeGet(&depth, nullptr), PRO_TK_BAD_INPUTS},
-      {ProDimensionIsReldriven(&depth, nullptr), PRO_TK_BAD_INPUTS},
       {ProSolidDimensionVisit(Solid(), PRO_B_FALSE, nullptr, nullptr, nullptr), PRO_TK_BAD_INPUTS},
-      {ProSolidDimensionVisit(nullptr, PRO_B_FALSE, nullptr, nullptr, nullptr), PRO_TK_BAD_INPUTS},
   };
   for (const auto& [status, expected] : cases) EXPECT_EQ(status, expected);
   EXPECT_EQ(All(), before);
-}
-
-TEST_F(DimensionsTest, AVisitFiltersAndEnds) {
-  Full();
-  std::vector<int> seen;
-  const auto all_but_the_first = [](ProDimension* dimension, ProAppData) {
-    return dimension->id == 0 ? PRO_TK_CONTINUE : PRO_TK_NO_ERROR;
-  };
-  const auto end_at_once = [](ProDimension* dimension, ProError, ProAppData data) {
-    static_cast<std::vector<int>*>(data)->push_back(dimension->id);
-    return PRO_TK_E_FOUND;
-  };
-  EXPECT_EQ(ProSolidDimensionVisit(Solid(), PRO_B_FALSE, end_at_once, all_but_the_first, &seen),
-            PRO_TK_E_FOUND);
-  EXPECT_THAT(seen, ElementsAre(1));
-  EXPECT_EQ(ProSolidDimensionVisit(Solid(), PRO_B_TRUE, end_at_once, nullptr, &seen), PRO_TK_NO_ERROR);
-  EXPECT_EQ(seen.size(), 1u) << "there are no reference dimensions";
 }
 
 }  // namespace

@@ -85,11 +85,14 @@ TEST_F(ExportTest, RefusedFormatsAndPathsThatCantBeWrittenLeaveNothingBehind) {
   EXPECT_THAT(FilesHere(), ElementsAre(L"taken.stp"));
 }
 
-TEST(Base64Test, DecodesEveryLengthOfPaddingAndRefusesWhatIsNone) {
-  EXPECT_EQ(DecodeBase64(""), "");
-  EXPECT_EQ(DecodeBase64("TQ=="), "M");
-  EXPECT_EQ(DecodeBase64("TWE="), "Ma");
-  EXPECT_EQ(DecodeBase64("+/8A"), std::string("\xFB\xFF\0", 3));
+TEST(Base64Test, GoesBothWaysAtEveryLengthOfPaddingAndRefusesWhatIsNone) {
+  for (const auto& [text, bytes] : {std::pair<std::string, std::string>{"", ""},
+                                    {"TQ==", "M"},
+                                    {"TWE=", "Ma"},
+                                    {"+/8A", {"\xFB\xFF\0", 3}}}) {
+    EXPECT_EQ(DecodeBase64(text), bytes);
+    EXPECT_EQ(EncodeBase64(bytes), text);
+  }
   for (const char* text : {"TWF", "TW Fu", "TW-u", "T===", "=TWF"}) EXPECT_FALSE(DecodeBase64(text)) << text;
 }
 

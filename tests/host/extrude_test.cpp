@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <numbers>
 
@@ -12,57 +11,10 @@ namespace {
 
 using support::Creation;
 using support::ExtrudeValues;
+using support::RevolveValues;
 using support::Tree;
 
-constexpr double kPi = std::numbers::pi;
-
 class ExtrudeTest : public support::FeatureTest {};
-
-// The section's x and y lie along +X +Y on FRONT, +X -Z on TOP and -Z +Y on RIGHT.
-TEST_F(ExtrudeTest, GrowsFromItsPlaneAsItsValuesSay) {
-  // 1 mm a side over 10 mm: the integral of (40 - 2u)(20 - 2u) over u from 0 to 1, ten times.
-  const double tapered = 10 * (40 * 20 - (40 + 20) + 4.0 / 3);
-  struct Case {
-    const wchar_t* plane;
-    ExtrudeValues values;
-    double volume;
-    Vector3 low, high;
-  };
-  const Case cases[] = {
-      {L"FRONT", {.direction = -1}, 8000, {0, 0, 0}, {40, 20, 10}},
-      {L"FRONT", {.direction = 1}, 8000, {0, 0, -10}, {40, 20, 0}},
-      {L"TOP", {.direction = -1}, 8000, {0, 0, -20}, {40, 10, 0}},
-      {L"TOP", {.direction = 1}, 8000, {0, -10, -20}, {40, 0, 0}},
-      {L"RIGHT", {.direction = -1}, 8000, {0, 0, -40}, {10, 20, 0}},
-      {L"RIGHT", {.direction = 1}, 8000, {-10, 0, -40}, {0, 20, 0}},
-      {L"FRONT", {.second_side = 268435456}, 8000, {0, 0, -5}, {40, 20, 5}},
-      {L"FRONT", {.first_side = 128, .depth2 = 4}, 40 * 20 * 14, {0, 0, -4}, {40, 20, 10}},
-      {L"FRONT", {.taper_deg = std::atan(0.1) * 180 / kPi}, tapered, {0, 0, 0}, {40, 20, 10}},
-  };
-  int number = 0;
-  for (const Case& each : cases) {
-    SCOPED_TRACE(number);
-    part_ = &NewPart(L"CASE" + std::to_wstring(++number));
-    ASSERT_EQ(Extrude(*part_, Plate(each.plane), each.values).status, PRO_TK_NO_ERROR);
-    ExpectVolume(each.volume);
-    ExpectOutline(each.low, each.high);
-  }
-}
-
-TEST_F(ExtrudeTest, KeepsItsSectionWhenTheSketchChangesOrGoesUntilItsOwnIsRedefined) {
-  ProFeature plate = Plate();
-  const Creation creation = Extrude(*part_, plate, {});
-  ASSERT_EQ(creation.status, PRO_TK_NO_ERROR);
-  ASSERT_EQ(Redraw(plate, [](ProSection section) { support::AddCircle(section, 100, 100, 1); }).status,
-            PRO_TK_NO_ERROR);
-  ExpectVolume(40 * 20 * 10);
-  ASSERT_EQ(ProFeatureDelete(Solid(), &plate.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
-  ExpectVolume(40 * 20 * 10);
-  ASSERT_EQ(
-      Redraw(creation.feature, [](ProSection section) { support::AddCircle(section, 20, 10, 5); }).status,
-      PRO_TK_NO_ERROR);
-  ExpectVolume(40 * 20 * 10 - kPi * 5 * 5 * 10);
-}
 
 TEST_F(ExtrudeTest, WhatTheGeometryRefusesLeavesTheModelAsItWas) {
   const ProFeature open = OpenLine();
@@ -173,6 +125,51 @@ TEST_F(ExtrudeTest, FailedFeatureIsKeptWhenAskedForAndOnlyMendedByARedefinition)
   EXPECT_EQ(closed.status, PRO_TK_NO_ERROR);
   EXPECT_EQ(part_->FindFeature(kept.feature.id)->status, PRO_FEAT_ACTIVE);
   ExpectVolume(40 * 20 * 10 + 10.0 * 10 / 2 * 10);
+}
+
+class RevolveTest : public support::FeatureTest {};
+
+TEST_F(RevolveTest, FirstCenterlineIsTheAxis) {
+  const ProFeature sketch = Sketch(*part_, L"TWO_AXES", L"FRONT", [](ProSection section) {
+    support::AddRectangle(section, 10, 0, 20, 5);
+    support::AddCenterline(section, 0, 0, 0, 10);
+    support::AddCenterline(section, 0, -10, 10, -10);
+  });
+  ASSERT_EQ(Revolve(*part_, sketch, {}).status, PRO_TK_NO_ERROR);
+  // Its section is 10 by 5, its centre runs on a radius of 15.
+  ExpectVolume(50 * 2 * std::numbers::pi * 15);
+}
+
+TEST_F(RevolveTest, WrongTreesAndSectionsAreRefused) {
+  struct Case {
+    const char* what;
+    RevolveValues values;
+    std::function<void(Tree&)> spoil;
+  };
+  const Case cases[] = {
+      {"no angle", {.angle_deg = 0}, nullptr},
+      {"negative angle", {.angle_deg = -90}, nullptr},
+      {"more than a turn", {.angle_deg = 400}, nullptr},
+      {"unknown direction", {.direction = 2}, nullptr},
+      {"depth of an extrude", {}, [](Tree& tree) { tree.Compound(tree.Root(), 515); }},
+  };
+  const ProFeature ring = Sketch(*part_, L"RING", L"FRONT", [](ProSection section) {
+    support::AddCenterline(section, 0, 0, 0, 10);
+    support::AddRectangle(section, 10, 0, 20, 5);
+  });
+  const ProFeature without_axis = Sketch(
+      *part_, L"NO_AXIS", L"FRONT", [](ProSection section) { support::AddRectangle(section, 10, 0, 20, 5); });
+  const std::string before = Snapshot(*part_);
+  for (const Case& wrong : cases) {
+    Tree tree;
+    FillRevolveTree(tree, wrong.values);
+    if (wrong.spoil) wrong.spoil(tree);
+    const Creation creation = CreateFromSketch(*part_, tree.Root(), ring);
+    EXPECT_NE(creation.status, PRO_TK_NO_ERROR) << wrong.what;
+    EXPECT_GT(creation.errors, 0) << wrong.what;
+  }
+  EXPECT_NE(Revolve(*part_, without_axis, {}).status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(Snapshot(*part_), before);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "bench/host/storage/model_json.h"
+#include "bench/host/storage/model_store.h"
 #include "bench/host/text.h"
 
 namespace bench::support {
@@ -91,18 +92,9 @@ void Tree::Reference(ProElement parent, int id, ProModelitem item) {
   EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
 }
 
-void Tree::References(ProElement parent, int id, const std::vector<ProModelitem>& items) {
-  ProArray array = nullptr;
-  EXPECT_EQ(ProArrayAlloc(static_cast<int>(items.size()), sizeof(ProReference), 1, &array), PRO_TK_NO_ERROR);
-  auto* references = static_cast<ProReference*>(array);
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    ProModelitem item = items[i];
-    EXPECT_EQ(ProReferenceAlloc(&references[i]), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProReferenceSet(references[i], nullptr, &item), PRO_TK_NO_ERROR);
-  }
-  Hang(parent, id, [&](ProElement element) { return ProElementReferencesSet(element, references); });
-  for (std::size_t i = 0; i < items.size(); ++i) EXPECT_EQ(ProReferenceFree(references[i]), PRO_TK_NO_ERROR);
-  Free(references);
+NodeRows With(NodeRows rows, const NodeRow& change) {
+  rows.push_back(change);
+  return rows;
 }
 
 void FeatureTest::SetUp() {
@@ -124,6 +116,13 @@ ProFeature FeatureTest::Circle(double x, double y, double radius) {
 
 ProFeature FeatureTest::OpenLine() {
   return Sketch(*part_, L"OPEN", L"FRONT", [](ProSection section) { AddLine(section, 0, 0, 10, 0); });
+}
+
+void FeatureTest::SaveAndRetrieve() {
+  const std::wstring name = part_->name;
+  ASSERT_EQ(ProMdlSave(Handle(*part_)), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProMdlErase(Handle(*part_)), PRO_TK_NO_ERROR);
+  ASSERT_EQ(RetrieveModel(name, PRO_MDL_PART, part_), PRO_TK_NO_ERROR);
 }
 
 void FeatureTest::ExpectVolume(double volume) {
@@ -212,6 +211,55 @@ Creation FeatureTest::Redefine(ProFeature feature, ProElement tree) {
   return creation;
 }
 
+FeatureOutcome FeatureTest::CreateOf(const NodeRows& rows, int option) {
+  ElementNode tree;
+  tree.id = 386;
+  for (const NodeRow& row : rows) {
+    ElementNode* node = &tree;
+    ElementNode* parent = nullptr;
+    for (const int id : row.path) {
+      parent = node;
+      if (!parent->Child(id)) parent->children.emplace_back(std::make_unique<ElementNode>())->id = id;
+      node = parent->Child(id);
+    }
+    if (row.value)
+      node->value = *row.value;
+    else
+      std::erase_if(parent->children, [&](const auto& child) { return child.get() == node; });
+  }
+  return CreateFeature(*part_, tree, {option}, nullptr);
+}
+
+void FeatureTest::ExpectRefusal(const NodeRows& rows, int element, int option) {
+  const auto& path = rows.back().path;
+  SCOPED_TRACE(testing::PrintToString(path) + " " + std::to_string(element));
+  const std::string before = Snapshot(*part_);
+  const FeatureOutcome outcome = CreateOf(rows, option);
+  EXPECT_NE(outcome.status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(Snapshot(*part_), before);
+  ASSERT_FALSE(outcome.errors.empty());
+  if (element != 0) {
+    EXPECT_EQ(outcome.errors.front().err_item_id, element);
+  }
+}
+
+void FeatureTest::ExpectEveryRowToMatter(const NodeRows& rows) {
+  for (const NodeRow& row : rows) {
+    ExpectRefusal(With(rows, {row.path, {}}));
+    if (std::holds_alternative<int>(*row.value)) ExpectRefusal(With(rows, {row.path, -9}));
+    if (std::holds_alternative<double>(*row.value)) ExpectRefusal(With(rows, {row.path, 0.0}));
+  }
+}
+
+ItemReference FeatureTest::ItemOf(ProType type, const std::string& key_ending) {
+  for (const auto& feature : part_->features)
+    for (const GeometryItem& item : feature->items)
+      if (item.type == type && item.alive && item.key.ends_with(key_ending))
+        return {type, item.id, SolidHandle(*part_)};
+  ADD_FAILURE() << "no item " << key_ending;
+  return {};
+}
+
 Creation FeatureTest::Redraw(ProFeature feature, const Drawing& draw) {
   ProElement tree = nullptr;
   EXPECT_EQ(ProFeatureElemtreeExtract(&feature, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &tree), PRO_TK_NO_ERROR);
@@ -257,6 +305,31 @@ Creation FeatureTest::Extrude(Model& model, const ProFeature& sketch, const Extr
   Tree tree;
   FillExtrudeTree(tree, values);
   return CreateFromSketch(model, tree.Root(), sketch);
+}
+
+Creation FeatureTest::OffsetPlane(Model& model, ProModelitem base, double distance, std::wstring name,
+                                  int left_out) {
+  Tree tree(left_out);
+  tree.Integer(tree.Root(), 387, 923);
+  tree.Text(tree.Root(), 1964, std::move(name));
+  const ProElement constraint = tree.Compound(tree.Compound(tree.Root(), 410), 411);
+  tree.Integer(constraint, 412, 3);
+  tree.Reference(constraint, 413, base);
+  tree.Double(constraint, 414, distance);
+  return Create(model, tree.Root(), 1);
+}
+
+Creation FeatureTest::DatumAxis(ProModelitem plane1, ProModelitem plane2, std::wstring name) {
+  Tree tree;
+  tree.Integer(tree.Root(), 387, 926);
+  tree.Text(tree.Root(), 1964, std::move(name));
+  const ProElement constraints = tree.Compound(tree.Root(), 2015);
+  for (const ProModelitem& plane : {plane1, plane2}) {
+    const ProElement constraint = tree.Compound(constraints, 2016);
+    tree.Integer(constraint, 2017, 1);
+    tree.Reference(constraint, 2018, plane);
+  }
+  return Create(*part_, tree.Root(), 1);
 }
 
 void FeatureTest::FillRevolveTree(Tree& tree, const RevolveValues& values) {

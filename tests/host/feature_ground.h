@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/host/features/features.h"
 #include "tests/support/bench_fixture.h"
 
 namespace bench::support {
@@ -29,7 +30,6 @@ class Tree {
   void Double(ProElement parent, int id, double value);
   void Text(ProElement parent, int id, std::wstring value);
   void Reference(ProElement parent, int id, ProModelitem item);
-  void References(ProElement parent, int id, const std::vector<ProModelitem>& items);
 
  private:
   ProElement Hang(ProElement parent, int id, const std::function<ProError(ProElement)>& set_value);
@@ -37,6 +37,15 @@ class Tree {
   ProElement root_ = nullptr;
   ProElement aside_ = nullptr;
 };
+
+// A row of a tree that is made without the toolkit's calls: the way to an element, and its value. A row
+// without a value takes away what stands there.
+struct NodeRow {
+  std::vector<int> path;
+  std::optional<ElementNode::Value> value;
+};
+using NodeRows = std::vector<NodeRow>;
+NodeRows With(NodeRows rows, const NodeRow& change);
 
 struct Creation {
   ProError status = PRO_TK_GENERAL_ERROR;
@@ -70,6 +79,8 @@ class FeatureTest : public BenchTest {
   ProFeature Plate(std::wstring_view plane = L"FRONT");
   ProFeature Circle(double x, double y, double radius);
   ProFeature OpenLine();
+  // The part at hand goes out of the session and comes back from its file.
+  void SaveAndRetrieve();
   // Of the part at hand, in millimetres, to 1e-6.
   void ExpectVolume(double volume);
   void ExpectOutline(const Vector3& low, const Vector3& high);
@@ -91,6 +102,13 @@ class FeatureTest : public BenchTest {
   Creation Create(Model& model, ProElement tree, int option);
   Creation CreateFromSketch(Model& model, ProElement tree, const ProFeature& sketch, int option = 1);
   Creation Redefine(ProFeature feature, ProElement tree);
+  FeatureOutcome CreateOf(const NodeRows& rows, int option = 1);
+  // Such a tree is refused with an error, which names the element where one is told, and nothing changes.
+  void ExpectRefusal(const NodeRows& rows, int element = 0, int option = 1);
+  // Each row must be there, whole numbers must be as told and lengths above 0.
+  void ExpectEveryRowToMatter(const NodeRows& rows);
+  // The first item of that type whose key ends so.
+  ItemReference ItemOf(ProType type, const std::string& key_ending);
 
   // Extracts the feature's tree, draws into its section and redefines the feature.
   Creation Redraw(ProFeature feature, const Drawing& draw);
@@ -99,6 +117,10 @@ class FeatureTest : public BenchTest {
 
   void FillExtrudeTree(Tree& tree, const ExtrudeValues& values);
   Creation Extrude(Model& model, const ProFeature& sketch, const ExtrudeValues& values);
+  // A datum plane along the normal of another plane.
+  Creation OffsetPlane(Model& model, ProModelitem base, double distance, std::wstring name, int left_out = 0);
+  // A datum axis where two planes meet.
+  Creation DatumAxis(ProModelitem plane1, ProModelitem plane2, std::wstring name = L"AXIS");
   void FillRevolveTree(Tree& tree, const RevolveValues& values);
   Creation Revolve(Model& model, const ProFeature& sketch, const RevolveValues& values);
 

@@ -109,9 +109,6 @@ TEST_F(FeatureRemovalTest, SuppressedFeatureIsThereWithoutItsGeometryWhichComesB
   EXPECT_NEAR(Volume(), kBlockWithHole, 1e-3);
   EXPECT_EQ(items(), before);
   EXPECT_EQ(Resume({hole_.id}), PRO_TK_NO_CHANGE);
-  EXPECT_EQ(Delete({hole_.id}), PRO_TK_NO_ERROR);
-  EXPECT_NEAR(Volume(), kBlock, 1e-3);
-  EXPECT_EQ(part_->FindFeature(hole_.id), nullptr);
 }
 
 TEST_F(FeatureRemovalTest, SuppressionNeedsTheChildrenAlongAndResumingTheParents) {

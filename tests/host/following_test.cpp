@@ -4,8 +4,6 @@
 #include <gmock/gmock.h>
 
 #include "bench/host/features/feature_removal.h"
-#include "bench/host/features/features.h"
-#include "bench/host/storage/model_store.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
@@ -63,21 +61,14 @@ class FollowingTest : public support::FeatureTest {
   }
   // Moves the whole solid up.
   void Raise(double distance) {
-    ElementNode tree;
-    tree.id = 386;
-    const auto add = [](ElementNode& parent, int id, ElementNode::Value value = {}) -> ElementNode& {
-      auto& child = parent.children.emplace_back(std::make_unique<ElementNode>());
-      child->id = id;
-      child->value = std::move(value);
-      return *child;
-    };
-    add(tree, 387, 1254);
-    add(add(tree, 5471), 2213, Collection{.of_surfaces = true, .instructions = {{4, true, {}}}});
-    add(tree, 5400, 0);
-    ElementNode& matrix = add(add(add(add(tree, 4300), 4301), 4306), 4307);
-    add(matrix, 4308, 10);
-    add(matrix, 4309, Matrix{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, distance, 1}}});
-    ASSERT_EQ(CreateFeature(*part_, tree, {1}, nullptr).status, PRO_TK_NO_ERROR);
+    const Matrix shift{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, distance, 1}}};
+    const Collection whole{.of_surfaces = true, .instructions = {{4, true, {}}}};
+    const support::NodeRows rows{{{387}, 1254},
+                                 {{5471, 2213}, whole},
+                                 {{5400}, 0},
+                                 {{4300, 4301, 4306, 4307, 4308}, 10},
+                                 {{4300, 4301, 4306, 4307, 4309}, shift}};
+    ASSERT_EQ(CreateOf(rows).status, PRO_TK_NO_ERROR);
   }
   double HeightOf(const ProFeature& feature) { return part_->FindFeature(feature.id)->plane.origin[2]; }
 
@@ -94,20 +85,11 @@ TEST_F(FollowingTest, ABossRisesWithItsBlock) {
   EXPECT_EQ(host().kernel.RequestsSent(), asked) << "what has followed lies where it should";
 }
 
-TEST_F(FollowingTest, ABossRisesWithoutItsSketch) {
-  Boss();
-  ASSERT_EQ(ProFeatureDelete(Solid(), &boss_sketch_.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
-  ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
-  ExpectRaised();
-}
-
-TEST_F(FollowingTest, ABossThatWasSavedAndRetrievedRises) {
+TEST_F(FollowingTest, ABossThatWasSavedAndRetrievedWithoutItsSketchRises) {
   Boss();
   ASSERT_EQ(ProFeatureDelete(Solid(), &boss_sketch_.id, 1, nullptr, 0), PRO_TK_NO_ERROR);
   const std::string before = Snapshot(*part_);
-  ASSERT_EQ(ProMdlSave(Handle(*part_)), PRO_TK_NO_ERROR);
-  ASSERT_EQ(ProMdlErase(Handle(*part_)), PRO_TK_NO_ERROR);
-  ASSERT_EQ(RetrieveModel(L"part", PRO_MDL_PART, part_), PRO_TK_NO_ERROR);
+  SaveAndRetrieve();
   part_->modified = true;
   EXPECT_EQ(Snapshot(*part_), before);
   ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
@@ -155,30 +137,9 @@ TEST_F(FollowingTest, AFaceThatIsGoneRefusesWhatLiesOnItAndNothingChanges) {
   ExpectVolume(8000 - 10 * 10 * 5 + 8);
 }
 
-TEST_F(FollowingTest, AKernelThatDoesNotAnswerLeavesAllWhereItIs) {
-  Boss();
-  ProDimension depth{PRO_DIMENSION, 0, Handle(*part_)};
-  ASSERT_EQ(ProDimensionValueSet(&depth, 25), PRO_TK_NO_ERROR);
-  const std::string before = Snapshot(*part_);
-  host().kernel.SetProgram(L"/nowhere/creokernel");
-  EXPECT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_COMM_ERROR);
-  EXPECT_EQ(Snapshot(*part_), before);
-  host().kernel.SetProgram(KernelProgram());
-  EXPECT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_NO_ERROR);
-  ExpectRaised();
-}
-
 // Where TOP and the block's top meet. It has no geometry of its own that would tell that it moved.
 TEST_F(FollowingTest, ADatumAxisLiesInTheFaceThatItWasMadeOf) {
-  support::Tree tree;
-  tree.Integer(tree.Root(), 387, 926);
-  const ProElement constraints = tree.Compound(tree.Root(), 2015);
-  for (const ProModelitem& plane : {PlaneOf(*part_, L"TOP"), Face({0, 0, 1}, 10)}) {
-    const ProElement constraint = tree.Compound(constraints, 2016);
-    tree.Integer(constraint, 2017, 1);
-    tree.Reference(constraint, 2018, plane);
-  }
-  const auto axis = Create(*part_, tree.Root(), 1);
+  const auto axis = DatumAxis(PlaneOf(*part_, L"TOP"), Face({0, 0, 1}, 10));
   ASSERT_EQ(axis.status, PRO_TK_NO_ERROR);
   EXPECT_DOUBLE_EQ(HeightOf(axis.feature), 10);
   ASSERT_EQ(SuppressFeatures(*part_, {axis.feature.id}), PRO_TK_NO_ERROR);

@@ -1,7 +1,5 @@
 #include "bench/host/kernel_link/kernel_client.h"
 
-#include <windows.h>
-
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -25,20 +23,6 @@ class KernelClientTest : public support::FeatureTest {
   }
   bool Answers() { return client_.Ask("regenerate", kNothing).has_value(); }
 
-  // Runs a script to its end, of which it leaves a file as a sign.
-  void Run(const wchar_t* script, const wchar_t* sign) {
-    std::wstring path = L"Z:" + std::filesystem::path(VEK_TEST_KERNELS).wstring() + L"\\" + script;
-    std::ranges::replace(path, L'/', L'\\');
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process{};
-    ASSERT_TRUE(CreateProcessW(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                               &process));
-    const auto deadline = std::chrono::steady_clock::now() + kSoon;
-    while (!std::filesystem::exists(PathOf(sign)) && std::chrono::steady_clock::now() < deadline) Sleep(5);
-    ASSERT_TRUE(std::filesystem::exists(PathOf(sign)));
-  }
-
   KernelClient client_;
 };
 
@@ -49,13 +33,6 @@ TEST_F(KernelClientTest, KernelIsStartedAtTheFirstRequestAndAnswersEveryOneThatM
   EXPECT_EQ(first->at("bodies"), 0);
   EXPECT_FALSE(client_.Ask("dance", ""));
   EXPECT_TRUE(Complained("rejects a request"));
-  EXPECT_TRUE(Answers());
-}
-
-TEST_F(KernelClientTest, KernelThatWasKilledIsStartedAgain) {
-  UseScript("notes_its_process.sh");
-  ASSERT_TRUE(Answers());
-  Run(L"kills_the_noted.sh", L"killed");
   EXPECT_TRUE(Answers());
 }
 

@@ -1,4 +1,3 @@
-#include <ProArray.h>
 #include <ProSolid.h>
 #include <gmock/gmock.h>
 
@@ -18,14 +17,6 @@ class ModelsTest : public support::BenchTest {
     MdlNameBuffer buffer(name);
     ProSolid solid = nullptr;
     return ProSolidMdlnameCreate(buffer, type, &solid);
-  }
-  std::vector<ProMdl> InSession(ProMdlType type) {
-    ProMdl* models = nullptr;
-    int count = 0;
-    if (ProSessionMdlList(type, &models, &count) != PRO_TK_NO_ERROR) return {};
-    std::vector<ProMdl> list(models, models + count);
-    EXPECT_EQ(ProArrayFree(reinterpret_cast<ProArray*>(&models)), PRO_TK_NO_ERROR);
-    return list;
   }
 };
 
@@ -67,15 +58,6 @@ TEST_F(ModelsTest, ANameInSessionOrInTheWorkingDirectoryIsTaken) {
   EXPECT_EQ(Create(L"FRAME", PRO_MDLFILE_ASSEMBLY), PRO_TK_E_FOUND);
   EXPECT_EQ(Create(L"BOLT", PRO_MDLFILE_ASSEMBLY), PRO_TK_NO_ERROR);
   EXPECT_EQ(Create(L"FRAME"), PRO_TK_NO_ERROR);
-}
-
-TEST_F(ModelsTest, TheSessionListsOneTypeInOrderOfEntering) {
-  EXPECT_TRUE(InSession(PRO_MDL_PART).empty());
-  Model& b = NewPart(L"B");
-  Model& frame = NewAssembly(L"FRAME");
-  Model& a = NewPart(L"A");
-  EXPECT_THAT(InSession(PRO_MDL_PART), ElementsAre(Handle(b), Handle(a)));
-  EXPECT_THAT(InSession(PRO_MDL_ASSEMBLY), ElementsAre(Handle(frame)));
 }
 
 TEST_F(ModelsTest, AnErasedModelIsDeadForEveryCallAndItsHandleIsNotGivenAgain) {

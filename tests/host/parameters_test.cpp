@@ -1,12 +1,13 @@
-// Parameters of models, and macros, which may set them.
+// Parameters of models, their units, and macros, which may set them.
 #include <ProMacro.h>
 #include <ProParameter.h>
+#include <ProUnits.h>
 #include <gmock/gmock.h>
 
 #include <string>
 
 #include "bench/host/console/console.h"
-#include "bench/host/storage/model_store.h"
+#include "bench/host/text.h"
 #include "tests/support/bench_fixture.h"
 
 namespace bench {
@@ -70,28 +71,11 @@ TEST_F(ParametersTest, VisitsAreInOrderAndOfModelsOnly) {
   ProModelitem item{}, empty{};
   ProMdlToModelitem(Handle(*part_), &item);
   EXPECT_EQ(ProParameterVisit(&item, nullptr, stop, nullptr), PRO_TK_E_FOUND);
-  EXPECT_EQ(ProParameterVisit(nullptr, nullptr, stop, nullptr), PRO_TK_BAD_INPUTS);
   EXPECT_EQ(ProParameterVisit(&item, nullptr, nullptr, nullptr), PRO_TK_BAD_INPUTS);
   item.type = PRO_SURFACE;
   EXPECT_EQ(ProParameterVisit(&item, nullptr, stop, nullptr), PRO_TK_E_NOT_FOUND);
   ProMdlToModelitem(Handle(NewPart(L"EMPTY")), &empty);
   EXPECT_EQ(ProParameterVisit(&empty, nullptr, stop, nullptr), PRO_TK_E_NOT_FOUND);
-}
-
-TEST_F(ParametersTest, AScaledValueIsConvertedIntoTheParametersUnit) {
-  const struct {
-    double number;
-    const wchar_t* unit;
-    double inches;
-  } cases[] = {{25.4, L"mm", 1}, {2, L"ft", 24}, {3, nullptr, 3}};
-  ProParameter length = Named(L"LENGTH");
-  for (const auto& [number, name, inches] : cases) {
-    ProParamvalue value = Number(number);
-    ProUnititem unit{};
-    if (name) unit = Unit(name);
-    EXPECT_EQ(ProParameterScaledvalueSet(&length, &value, name ? &unit : nullptr), PRO_TK_NO_ERROR);
-    EXPECT_DOUBLE_EQ(NumberOf(L"length"), inches);
-  }
 }
 
 TEST_F(ParametersTest, WhatMakesNoSenseHasAStatusAndChangesNothing) {
@@ -115,32 +99,43 @@ TEST_F(ParametersTest, WhatMakesNoSenseHasAStatusAndChangesNothing) {
       {ProParameterValueWithUnitsSet(&length, &number, &mm), PRO_TK_NOT_IMPLEMENTED},
       {ProParameterValueWithUnitsSet(&none, &number, nullptr), PRO_TK_E_NOT_FOUND},
       {ProParameterValueWithUnitsSet(&of_item, &number, nullptr), PRO_TK_BAD_INPUTS},
-      {ProParameterValueWithUnitsSet(nullptr, &number, nullptr), PRO_TK_BAD_INPUTS},
       {ProParameterValueWithUnitsGet(&length, nullptr, nullptr), PRO_TK_BAD_INPUTS},
       {ProParameterUnitsGet(&ratio, &unit), PRO_TK_E_NOT_FOUND},
-      {ProParameterUnitsGet(&length, nullptr), PRO_TK_BAD_INPUTS},
       {ProParameterLockstatusGet(&none, &lock), PRO_TK_E_NOT_FOUND},
       {ProParamvalueSet(&untyped, long_text.data(), PRO_PARAM_STRING), PRO_TK_LINE_TOO_LONG},
       {ProParamvalueSet(&untyped, &number, static_cast<ProParamvalueType>(54)), PRO_TK_INVALID_TYPE},
-      {ProParamvalueSet(nullptr, &number, PRO_PARAM_DOUBLE), PRO_TK_BAD_INPUTS},
   };
   for (const auto& [status, expected] : cases) EXPECT_EQ(static_cast<int>(status), expected);
   EXPECT_EQ(NumberOf(L"length"), 2);
   EXPECT_FALSE(part_->modified);
 }
 
-TEST_F(ParametersTest, TheySurviveSavingAndRetrieving) {
-  const auto before = part_->parameters;
-  ASSERT_EQ(ProMdlSave(Handle(*part_)), PRO_TK_NO_ERROR);
-  ASSERT_EQ(ProMdlErase(Handle(*part_)), PRO_TK_NO_ERROR);
-  ASSERT_EQ(RetrieveModel(L"bolt", PRO_MDL_PART, part_), PRO_TK_NO_ERROR);
-  ASSERT_EQ(part_->parameters.size(), before.size());
-  for (std::size_t i = 0; i < before.size(); ++i) {
-    EXPECT_EQ(part_->parameters[i].name, before[i].name);
-    EXPECT_EQ(part_->parameters[i].value, before[i].value);
-    EXPECT_EQ(part_->parameters[i].unit, before[i].unit);
-    EXPECT_EQ(part_->parameters[i].locked, before[i].locked);
+TEST_F(ParametersTest, OneUnitIsAsManyOfAnother) {
+  const struct {
+    const wchar_t* from;
+    const wchar_t* to;
+    double scale;
+  } cases[] = {{L"mm", L"mm", 1},           {L"mm", L"in", 1 / 25.4}, {L"inch", L"mm", 25.4},
+               {L"mm", L"m", 0.001},        {L"ft", L"inch", 12},     {L"cm", L"mm", 10},
+               {L"m", L"ft", 1000 / 304.8}, {L"in", L"inch", 1}};
+  for (const auto& each : cases) {
+    ProUnititem from = Unit(each.from);
+    ProUnititem to = Unit(each.to);
+    ProUnitConversion conversion{0, 1};
+    EXPECT_EQ(ProUnitConversionCalculate(&from, &to, &conversion), PRO_TK_NO_ERROR);
+    EXPECT_DOUBLE_EQ(conversion.scale, each.scale) << ToUtf8(each.from) << " to " << ToUtf8(each.to);
+    EXPECT_EQ(conversion.offset, 0);
   }
+}
+
+TEST_F(ParametersTest, LengthsAreNoMassesAndUnknownOnesNotFound) {
+  ProUnititem millimetre = Unit(L"mm"), mass{};
+  ProUnitsystem system{};
+  ProUnitConversion conversion{};
+  ASSERT_EQ(ProMdlPrincipalunitsystemGet(Handle(*part_), &system), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProUnitsystemUnitGet(&system, PRO_UNITTYPE_MASS, &mass), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProUnitConversionCalculate(&millimetre, &mass, &conversion), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProUnitInit(Handle(*part_), support::NameBuffer(L"furlong"), &mass), PRO_TK_E_NOT_FOUND);
 }
 
 TEST_F(ParametersTest, AMacroIsRefusedWholeOrQueuedAndEndsAtItsFirstError) {

@@ -21,12 +21,13 @@ using support::Tree;
 
 constexpr double kPi = std::numbers::pi;
 
+using ItemReferences = std::vector<ItemReference>;
+
 struct Directions {
   int count = 3;
   double spacing = 10;
   int second_count = 0;  // 0: no second direction
   double second_spacing = 10;
-  int flip = 0;
 };
 
 class PatternsTest : public support::FeatureTest {
@@ -41,10 +42,10 @@ class PatternsTest : public support::FeatureTest {
 
   // Hangs the elements into a tree of root 604.
   void FillDirection(Tree& tree, ProElement parent, bool second, ProModelitem plane, double spacing,
-                     int count, int flip) {
+                     int count) {
     const ProElement direction = tree.Compound(tree.Compound(parent, second ? 3292 : 3291), 3252);
     tree.Reference(direction, 3253, plane);
-    tree.Integer(direction, 3254, flip);
+    tree.Integer(direction, 3254, 0);
     tree.Integer(parent, second ? 3308 : 3307, 0);
     tree.Integer(parent, second ? 4027 : 4026, -1);
     tree.Double(parent, second ? 3275 : 3274, spacing);
@@ -57,9 +58,9 @@ class PatternsTest : public support::FeatureTest {
     tree.Integer(tree.Root(), 3124, 5);
     tree.Integer(tree.Root(), 3131, 4);
     const ProElement directions = tree.Compound(tree.Root(), 3129);
-    FillDirection(tree, directions, false, PlaneOf(*part_, L"RIGHT"), how.spacing, how.count, how.flip);
+    FillDirection(tree, directions, false, PlaneOf(*part_, L"RIGHT"), how.spacing, how.count);
     if (how.second_count != 0)
-      FillDirection(tree, directions, true, PlaneOf(*part_, L"TOP"), how.second_spacing, how.second_count, 0);
+      FillDirection(tree, directions, true, PlaneOf(*part_, L"TOP"), how.second_spacing, how.second_count);
     return ProPatternCreate(&leader, kind, tree.Root());
   }
 
@@ -78,19 +79,6 @@ class PatternsTest : public support::FeatureTest {
     return ProPatternCreate(&leader, PRO_FEAT_PATTERN, tree.Root());
   }
 
-  Creation Axis(ProModelitem plane1, ProModelitem plane2, std::wstring name = L"AXIS") {
-    Tree tree;
-    tree.Integer(tree.Root(), 387, 926);
-    tree.Text(tree.Root(), 1964, name);
-    const ProElement constraints = tree.Compound(tree.Root(), 2015);
-    for (const ProModelitem& plane : {plane1, plane2}) {
-      const ProElement constraint = tree.Compound(constraints, 2016);
-      tree.Integer(constraint, 2017, 1);
-      tree.Reference(constraint, 2018, plane);
-    }
-    return Create(*part_, tree.Root(), 1);
-  }
-
   ProModelitem AxisNamed(std::wstring_view name) {
     ProModelitem axis{};
     EXPECT_EQ(ProModelitemByNameInit(part_, PRO_AXIS, NameBuffer(name), &axis), PRO_TK_NO_ERROR);
@@ -101,27 +89,20 @@ class PatternsTest : public support::FeatureTest {
     return ProLocalGroupCreate(Solid(), ids.data(), static_cast<int>(ids.size()), NameBuffer(name), &group);
   }
 
-  Creation Mirror(const std::vector<ProModelitem>& items, ProModelitem plane, int option = 1) {
-    Tree tree;
-    tree.Integer(tree.Root(), 387, 950);
-    tree.Integer(tree.Root(), 3182, 1);
-    tree.References(tree.Root(), 3161, items);
-    tree.Reference(tree.Root(), 3162, plane);
-    tree.Integer(tree.Root(), 3163, 0);
-    return Create(*part_, tree.Root(), option);
+  FeatureOutcome Mirror(const ItemReferences& items, ItemReference plane) {
+    return CreateOf(
+        {{{387}, 950}, {{3182}, 1}, {{3161}, items}, {{3162}, ItemReferences{plane}}, {{3163}, 0}});
   }
 
-  Creation Solidify(ProModelitem quilt) {
-    Tree tree;
-    tree.Integer(tree.Root(), 387, 917);
-    tree.Integer(tree.Root(), 388, 512);
-    tree.Reference(tree.Root(), 3023, quilt);
-    return Create(*part_, tree.Root(), 1);
+  FeatureOutcome Solidify(ItemReference quilt) {
+    return CreateOf({{{387}, 917}, {{388}, 512}, {{3023}, ItemReferences{quilt}}});
   }
+
+  static ItemReference Of(const ProModelitem& item) { return {item.type, item.id, item.owner}; }
 
   // The living items of that type of all features, or of one.
-  std::vector<ProModelitem> Items(ProType type, int owner = -1) {
-    std::vector<ProModelitem> items;
+  ItemReferences Items(ProType type, int owner = -1) {
+    ItemReferences items;
     for (const auto& feature : part_->features)
       for (const GeometryItem& item : feature->items)
         if (item.type == type && item.alive && !item.key.empty() && (owner < 0 || feature->id == owner))
@@ -154,54 +135,31 @@ TEST_F(PatternsTest, DirectionPatternIsOneFeatureOfItsLeader) {
   EXPECT_EQ(Pattern(boss_, {}), PRO_TK_NO_ERROR) << "again";
 }
 
-TEST_F(PatternsTest, AFlippedDirectionRunsTheOtherWay) {
-  // Beside the plate, on the left, stands the whole boss; copies at x = -5 and -15.
-  ASSERT_EQ(Pattern(boss_, {.flip = 1}), PRO_TK_NO_ERROR);
-  ExpectOutline({-17, 0, 0}, {40, 20, 15});
-}
-
-TEST_F(PatternsTest, AxisPatternTurnsAboutADatumAxis) {
-  // RIGHT's and TOP's normals are +X and +Y: the axis is +Z, and a quarter turn takes (5, 5) to (-5, 5).
-  const Creation axis = Axis(PlaneOf(*part_, L"RIGHT"), PlaneOf(*part_, L"TOP"));
+TEST_F(PatternsTest, AxisPatternTurnsAboutADatumAxisAndStandsOnIt) {
+  // RIGHT's and TOP's normals are +X and +Y: the axis is +Z, and quarter turns take (5, 5) beside the plate.
+  const Creation axis = DatumAxis(PlaneOf(*part_, L"RIGHT"), PlaneOf(*part_, L"TOP"));
   ASSERT_EQ(axis.status, PRO_TK_NO_ERROR);
-  ASSERT_EQ(PatternAbout(boss_, AxisNamed(L"axis"), 90, 2), PRO_TK_NO_ERROR);
-  ExpectOutline({-7, 0, 0}, {40, 20, 15});
-  ExpectVolume(kPlate + kBoss + kPi * 4 * 15);
-  // The axis is a parent of the pattern.
+  ASSERT_EQ(PatternAbout(boss_, AxisNamed(L"axis"), 90, 4, 360), PRO_TK_NO_ERROR);
+  ExpectOutline({-7, -7, 0}, {40, 20, 15});
+  ExpectVolume(kPlate + kBoss + 3 * kPi * 4 * 15);
   int id = axis.feature.id;
   EXPECT_NE(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR);
-
-  // On the plate's sides x = 40 and y = 20 the axis is (40, 20, z); a half turn takes (5, 15) to (75, 25).
-  ProModelitem sides[2]{};
-  for (const FaceInfo& face : part_->topology.faces)
-    for (const ProModelitem& item : Items(PRO_SURFACE, plate_.id))
-      if (part_->FindItem(item.type, item.id)->key == face.key)
-        for (int i = 0; i < 2; ++i)
-          if (face.normal[i] > 0.5) sides[i] = item;
-  ASSERT_EQ(Axis(sides[0], sides[1], L"CORNER").status, PRO_TK_NO_ERROR);
-  const ProFeature second = Extrude(*part_, Circle(5, 15, 1), {.depth = 20}).feature;
-  ASSERT_EQ(PatternAbout(second, AxisNamed(L"CORNER"), 180, 2, 360), PRO_TK_NO_ERROR);
-  ExpectOutline({-7, 0, 0}, {76, 26, 20});
 }
 
 TEST_F(PatternsTest, MirroredAxisLiesOnTheOtherSide) {
-  ASSERT_EQ(Axis(PlaneOf(*part_, L"FRONT"), PlaneOf(*part_, L"TOP"), L"ALONG_X").status, PRO_TK_NO_ERROR);
   // About the plate's top at z = 10, the axis along +Y through the origin comes to lie at z = 20.
-  ASSERT_EQ(Axis(PlaneOf(*part_, L"FRONT"), PlaneOf(*part_, L"RIGHT"), L"ALONG_Y").status, PRO_TK_NO_ERROR);
-  ProModelitem top{};
-  for (const ProModelitem& item : Items(PRO_SURFACE, plate_.id))
-    if (part_->FindItem(item.type, item.id)->key.ends_with(":end")) top = item;
-  const Creation mirror = Mirror({AxisNamed(L"ALONG_X"), AxisNamed(L"ALONG_Y")}, top);
+  ASSERT_EQ(DatumAxis(PlaneOf(*part_, L"FRONT"), PlaneOf(*part_, L"RIGHT")).status, PRO_TK_NO_ERROR);
+  const FeatureOutcome mirror = Mirror({Of(AxisNamed(L"AXIS"))}, ItemOf(PRO_SURFACE, ":end"));
   ASSERT_EQ(mirror.status, PRO_TK_NO_ERROR);
-  const auto& items = part_->FindFeature(mirror.feature.id)->items;
-  ASSERT_EQ(items.size(), 2u);
+  const auto& items = part_->FindFeature(mirror.feature)->items;
+  ASSERT_EQ(items.size(), 1u);
   // A half turn about it takes the boss, z 0..15 at x = 5, to z 25..40 at x = -5.
-  ASSERT_EQ(PatternAbout(boss_, {PRO_AXIS, items[1].id, part_}, 180, 2), PRO_TK_NO_ERROR);
+  ASSERT_EQ(PatternAbout(boss_, {PRO_AXIS, items[0].id, part_}, 180, 2), PRO_TK_NO_ERROR);
   ExpectOutline({-7, 0, 0}, {40, 20, 40});
 }
 
 TEST_F(PatternsTest, WrongTreesAreRefused) {
-  ASSERT_EQ(Axis(PlaneOf(*part_, L"RIGHT"), PlaneOf(*part_, L"TOP")).status, PRO_TK_NO_ERROR);
+  ASSERT_EQ(DatumAxis(PlaneOf(*part_, L"RIGHT"), PlaneOf(*part_, L"TOP")).status, PRO_TK_NO_ERROR);
   const ProModelitem axis = AxisNamed(L"AXIS"), right = PlaneOf(*part_, L"RIGHT");
   const ProFeature lone = Circle(100, 100, 1);
   const std::string before = Snapshot(*part_);
@@ -215,12 +173,12 @@ TEST_F(PatternsTest, WrongTreesAreRefused) {
   EXPECT_NE(PatternAbout(boss_, axis, 90, 1), PRO_TK_NO_ERROR);
   EXPECT_NE(PatternAbout(boss_, axis, 90, 4, 270), PRO_TK_NO_ERROR) << "four steps are a full turn";
   EXPECT_NE(PatternAbout(boss_, right, 90, 4), PRO_TK_NO_ERROR) << "a plane is no axis";
-  EXPECT_NE(Axis(right, right).status, PRO_TK_NO_ERROR) << "parallel planes";
-  EXPECT_NE(Axis(right, axis).status, PRO_TK_NO_ERROR);
-  EXPECT_NE(Mirror({PlaneOf(*part_, L"TOP")}, right).status, PRO_TK_NO_ERROR) << "a datum plane";
-  EXPECT_NE(Mirror({Items(PRO_EDGE).front()}, right).status, PRO_TK_NO_ERROR);
-  EXPECT_NE(Mirror({axis}, axis).status, PRO_TK_NO_ERROR);
-  EXPECT_NE(Solidify(right).status, PRO_TK_NO_ERROR);
+  EXPECT_NE(DatumAxis(right, right).status, PRO_TK_NO_ERROR) << "parallel planes";
+  EXPECT_NE(DatumAxis(right, axis).status, PRO_TK_NO_ERROR);
+  EXPECT_NE(Mirror({Of(PlaneOf(*part_, L"TOP"))}, Of(right)).status, PRO_TK_NO_ERROR) << "a datum plane";
+  EXPECT_NE(Mirror({Items(PRO_EDGE).front()}, Of(right)).status, PRO_TK_NO_ERROR);
+  EXPECT_NE(Mirror({Of(axis)}, Of(axis)).status, PRO_TK_NO_ERROR);
+  EXPECT_NE(Solidify(Of(right)).status, PRO_TK_NO_ERROR);
   const ProFeature datum{PRO_FEATURE, part_->features.front()->id, part_};
   EXPECT_EQ(Pattern(datum, {}), PRO_TK_GENERAL_ERROR) << "there is nothing of it to repeat";
   Tree misplaced(0, 604);
@@ -279,23 +237,18 @@ TEST_F(PatternsTest, DeletedMemberTakesItsGroupAlong) {
 }
 
 TEST_F(PatternsTest, MirroredGeometryIsAQuiltUntilItIsSolid) {
-  const Creation mirror = Mirror(Items(PRO_SURFACE), PlaneOf(*part_, L"RIGHT"));
+  const FeatureOutcome mirror = Mirror(Items(PRO_SURFACE), Of(PlaneOf(*part_, L"RIGHT")));
   ASSERT_EQ(mirror.status, PRO_TK_NO_ERROR);
   ExpectVolume(kPlate + kBoss);
-  const auto quilts = Items(PRO_QUILT, mirror.feature.id);
+  const auto quilts = Items(PRO_QUILT, mirror.feature);
   ASSERT_EQ(quilts.size(), 1u);
-  const Creation solid = Solidify(quilts.front());
+  FeatureOutcome solid = Solidify(quilts.front());
   ASSERT_EQ(solid.status, PRO_TK_NO_ERROR);
   ExpectVolume(2 * (kPlate + kBoss));
-  ExpectOutline({-40, 0, 0}, {40, 20, 15});
-  EXPECT_EQ(part_->FindFeature(solid.feature.id)->type, 917);
   EXPECT_TRUE(Items(PRO_QUILT).empty());
-
-  int id = solid.feature.id;
-  ASSERT_EQ(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR);
-  const auto back = Items(PRO_QUILT);
-  ASSERT_EQ(back.size(), 1u);
-  EXPECT_EQ(back.front().id, quilts.front().id);
+  ASSERT_EQ(ProFeatureDelete(Solid(), &solid.feature, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  ASSERT_EQ(Items(PRO_QUILT).size(), 1u);
+  EXPECT_EQ(Items(PRO_QUILT).front().id, quilts.front().id);
 }
 
 }  // namespace

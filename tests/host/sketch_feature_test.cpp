@@ -58,27 +58,15 @@ TEST_F(SketchFeatureTest, RedefinitionCompletesItWithCurvesAndDatumPoints) {
   EXPECT_FALSE(part_->topology.mass);
 }
 
-TEST_F(SketchFeatureTest, TakesTheSectionOfAnotherTree) {
-  ProFeature drawn =
-      Sketch(*part_, L"DRAWN", L"FRONT", [](ProSection section) { support::AddLine(section, 0, 0, 10, 0); });
-  ProFeature empty = Incomplete(L"EMPTY", L"TOP").feature;
-  ProElement from = nullptr, to = nullptr;
-  ProBoolean incomplete = PRO_B_FALSE;
-  ASSERT_EQ(ProFeatureElemtreeExtract(&drawn, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &from), PRO_TK_NO_ERROR);
-  ASSERT_EQ(ProFeatureElemtreeExtract(&empty, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &to), PRO_TK_NO_ERROR);
-  const ProElement sketcher = HandleInTree(*UseElement(to)->node->Child(447)->Child(458));
+TEST_F(SketchFeatureTest, TakesNoSectionButThatOfATree) {
+  ProFeature sketch = Incomplete(L"EMPTY", L"TOP").feature;
+  ProElement tree = nullptr;
   ProSection own = nullptr;
+  ASSERT_EQ(ProFeatureElemtreeExtract(&sketch, nullptr, PRO_FEAT_EXTRACT_NO_OPTS, &tree), PRO_TK_NO_ERROR);
+  const ProElement sketcher = HandleInTree(*UseElement(tree)->node->Child(447)->Child(458));
   ASSERT_EQ(ProSection2DAlloc(&own), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProElementSpecialvalueSet(sketcher, own), PRO_TK_INVALID_PTR) << "no section of a tree";
-  EXPECT_EQ(ProElementSpecialvalueSet(sketcher, support::SectionIn(from)), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProFeatureElemtreeFree(&drawn, from), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProFeatureIsIncomplete(&empty, &incomplete), PRO_TK_NO_ERROR);
-  EXPECT_EQ(incomplete, PRO_B_TRUE);
-  EXPECT_EQ(Redefine(empty, to).status, PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProFeatureIsIncomplete(&empty, &incomplete), PRO_TK_NO_ERROR);
-  EXPECT_EQ(incomplete, PRO_B_FALSE);
-  EXPECT_EQ(ItemsOf(empty, PRO_CURVE), 1);
-  EXPECT_EQ(ProFeatureElemtreeFree(&empty, to), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProElementSpecialvalueSet(sketcher, own), PRO_TK_INVALID_PTR);
+  EXPECT_EQ(ProFeatureElemtreeFree(&sketch, tree), PRO_TK_NO_ERROR);
 }
 
 TEST_F(SketchFeatureTest, EmptyAndDegenerateSectionsAreRefusedAndChangeNothing) {
@@ -109,22 +97,6 @@ TEST_F(SketchFeatureTest, DrawingIntoAnExtractedTreeReachesTheFeatureOnlyByRedef
   EXPECT_EQ(ProFeatureElemtreeFree(&sketch, tree), PRO_TK_NO_ERROR);
 }
 
-TEST_F(SketchFeatureTest, ItsPlaneHasTheNormalAndTheAxesOfTheTemplate) {
-  struct Case {
-    const wchar_t* plane;
-    Vector3 x, y, normal;
-  };
-  const Case cases[] = {{L"FRONT", {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
-                        {L"TOP", {1, 0, 0}, {0, 0, -1}, {0, 1, 0}},
-                        {L"RIGHT", {0, 0, -1}, {0, 1, 0}, {1, 0, 0}}};
-  for (const Case& expected : cases) {
-    const PlaneFrame plane = Of(Incomplete(expected.plane, expected.plane).feature).plane;
-    EXPECT_EQ(plane.x, expected.x) << expected.plane;
-    EXPECT_EQ(plane.y, expected.y) << expected.plane;
-    EXPECT_EQ(plane.Normal(), expected.normal) << expected.plane;
-  }
-}
-
 TEST_F(SketchFeatureTest, TakenNameIsIgnored) {
   EXPECT_EQ(Of(Incomplete(L"One", L"FRONT").feature).name, L"One");
   EXPECT_EQ(Of(Incomplete(L"ONE", L"FRONT").feature).name, L"");
@@ -132,54 +104,20 @@ TEST_F(SketchFeatureTest, TakenNameIsIgnored) {
 }
 
 TEST_F(SketchFeatureTest, WrongTreesAreRefused) {
-  const ProModelitem right = PlaneOf(*part_, L"RIGHT");
-  const ProModelitem front = PlaneOf(*part_, L"FRONT");
-  const ProModelitem feature{PRO_FEATURE, part_->OwnerOf(front.type, front.id)->id, part_};
-  const struct {
-    const char* what;
-    ProModelitem plane, reference;
-    int orientation = 4;
-    int left_out = 0;
-    int added_to_setup = 0;
-  } cases[] = {
-      {"parallel reference", front, front},         {"unknown orientation", front, right, 3},
-      {"feature as plane", feature, right},         {"no plane", front, right, 4, 451},
-      {"unknown element", front, right, 4, 0, 436}, {"element twice", front, right, 4, 0, 452},
-  };
-  const std::string before = Snapshot(*part_);
-  for (const auto& wrong : cases) {
-    Tree tree(wrong.left_out);
-    tree.Integer(tree.Root(), 387, 949);
-    tree.Integer(tree.Root(), 511, 0);
-    const ProElement setup = tree.Compound(tree.Compound(tree.Root(), 447), 450);
-    FillSetup(tree, setup, wrong.plane, wrong.reference, wrong.orientation);
-    if (wrong.added_to_setup) tree.Integer(setup, wrong.added_to_setup, 1);
-    const Creation creation = Create(*part_, tree.Root(), 2);
-    EXPECT_NE(creation.status, PRO_TK_NO_ERROR) << wrong.what;
-    EXPECT_GT(creation.errors, 0) << wrong.what;
-    EXPECT_EQ(Snapshot(*part_), before) << wrong.what;
-  }
-}
-
-TEST_F(SketchFeatureTest, StandsOnAPlanarFaceOfASolid) {
-  ASSERT_EQ(Extrude(*part_, Plate(), {}).status, PRO_TK_NO_ERROR);
-  // The face at the far end, z = 10.
-  const auto top =
-      std::ranges::find_if(part_->topology.faces, [](const FaceInfo& face) { return face.normal[2] > 0.5; });
-  ASSERT_NE(top, part_->topology.faces.end());
-
-  Tree tree;
-  tree.Integer(tree.Root(), 387, 949);
-  tree.Integer(tree.Root(), 511, 0);
-  const ProElement setup = tree.Compound(tree.Compound(tree.Root(), 447), 450);
-  FillSetup(tree, setup, {PRO_SURFACE, part_->ids_of_keys.at(top->key), part_}, PlaneOf(*part_, L"RIGHT"));
-  const Creation creation = Create(*part_, tree.Root(), 2);
-  ASSERT_EQ(creation.status, PRO_TK_NO_ERROR);
-  const Vector3& origin = Of(creation.feature).plane.origin;
-  EXPECT_NEAR(origin[0], 0, 1e-9);
-  EXPECT_NEAR(origin[1], 0, 1e-9);
-  EXPECT_NEAR(origin[2], 10, 1e-9);
-  EXPECT_NEAR(Of(creation.feature).plane.Normal()[2], 1, 1e-9);
+  using Items = std::vector<ItemReference>;
+  const Items right{{PRO_SURFACE, PlaneOf(*part_, L"RIGHT").id, Solid()}};
+  const Items front{{PRO_SURFACE, PlaneOf(*part_, L"FRONT").id, Solid()}};
+  const Items feature{{PRO_FEATURE, part_->OwnerOf(PRO_SURFACE, front[0].id)->id, Solid()}};
+  const auto in_setup = [](int id) { return std::vector<int>{447, 450, id}; };
+  const support::NodeRows rows{{{387}, 949},       {{511}, 0},         {in_setup(451), front},
+                               {in_setup(452), 1}, {in_setup(454), 4}, {in_setup(455), right}};
+  const support::NodeRow changes[] = {{in_setup(455), front},
+                                      {in_setup(454), 3},
+                                      {in_setup(451), feature},
+                                      {in_setup(451), {}},
+                                      {in_setup(436), 1}};
+  for (const auto& change : changes) ExpectRefusal(With(rows, change), 0, kIncompleteFeature);
+  EXPECT_EQ(CreateOf(rows, kIncompleteFeature).status, PRO_TK_NO_ERROR);
 }
 
 TEST_F(SketchFeatureTest, ExtractedTreeIsFreedAsItsFeatureStands) {

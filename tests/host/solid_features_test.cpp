@@ -1,46 +1,21 @@
-#include <ProArray.h>
-#include <ProReference.h>
-#include <ProSelection.h>
 #include <gmock/gmock.h>
 #include <windows.h>
 
 #include <cmath>
 #include <filesystem>
-#include <map>
 #include <numbers>
-#include <variant>
 
-#include "bench/host/model/item_lookup.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
 namespace {
 
-using support::Creation;
+using support::NodeRows;
 using support::Tree;
+using support::With;
+using Items = std::vector<ItemReference>;
 
 constexpr double kPi = std::numbers::pi;
-
-struct Compound {};
-using Items = std::vector<ProModelitem>;
-struct Surfaces {
-  int instruction = 4;  // the whole solid
-};
-using Value = std::variant<Compound, int, double, std::wstring, ProModelitem, Items, Surfaces, Matrix>;
-
-// An element by the path that leads to it.
-struct Row {
-  std::vector<int> path;
-  Value value;
-  bool required = true;
-};
-using Rows = std::vector<Row>;
-
-Rows With(Rows rows, int id, Value value) {
-  for (Row& row : rows)
-    if (row.path.back() == id) row.value = value;
-  return rows;
-}
 
 // Row vectors: +X goes to +Y, +Y to -X, and all of it 100 along X.
 constexpr Matrix kQuarterTurn = {{{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {100, 0, 0, 1}}};
@@ -67,206 +42,111 @@ class SolidFeaturesTest : public support::FeatureTest {
     });
   }
 
-  // The first face or edge whose key ends so, or the first item of its type of the sketch.
-  ProModelitem Find(ProType type, const std::string& ending) {
-    for (const auto& feature : part_->features)
-      for (const GeometryItem& item : feature->items)
-        if (item.type == type && item.alive && item.key.ends_with(ending)) return {type, item.id, part_};
-    ADD_FAILURE() << "no item " << ending;
-    return {};
-  }
-  ProModelitem Face(const std::string& ending) { return Find(PRO_SURFACE, ending); }
-  ProModelitem Point() { return Find(PRO_POINT, ":point:1"); }
-  ProModelitem Plane(std::wstring_view name) { return PlaneOf(*part_, name); }
+  Items Face(const std::string& ending) { return {ItemOf(PRO_SURFACE, ending)}; }
+  Items Plane(std::wstring_view name) { return {{PRO_SURFACE, PlaneOf(*part_, name).id, Solid()}}; }
 
-  Rows Shell(const Items& removed) {
-    return {{{387}, 928}, {{73}, removed, false}, {{74}, 1.0}, {{2194}, 1}};
-  }
-  Rows Hole() {
+  static NodeRows Shell() { return {{{387}, 928}, {{74}, 1.0}, {{2194}, 1}}; }
+  static NodeRows Shell(const Items& removed) { return With(Shell(), {{73}, removed}); }
+  NodeRows HoleWithoutDirection() {
     return {{{387}, 911},
             {{388}, 1},
-            {{1671}, Compound{}},
             {{1671, 1672}, 16},
             {{1671, 3887}, -1},
             {{1671, 82}, 4.0},
-            {{1671, 1684}, Compound{}},
-            {{1671, 1684, 1686}, Compound{}},
             {{1671, 1684, 1686, 1688}, 1},
             {{1671, 1684, 1686, 434}, 6.0},
-            {{1671, 1684, 1685}, Compound{}},
             {{1671, 1684, 1685, 1687}, 6},
             {{1671, 1689}, -1},
             {{1671, 6053}, -1},
-            {{1340}, Compound{}},
-            {{1340, 1341}, Point()},
-            {{1340, 696}, 4},
-            {{1340, 1677}, Plane(L"FRONT")},
-            {{1340, 6051}, Plane(L"FRONT")},
-            {{1340, 6052}, 1}};
+            {{1340, 1341}, Items{ItemOf(PRO_POINT, ":point:1")}},
+            {{1340, 696}, 4}};
   }
-  Rows HoleWithoutDirection() {
-    Rows rows = Hole();
-    rows.resize(rows.size() - 3);
+  NodeRows Hole() {
+    NodeRows rows = HoleWithoutDirection();
+    rows.insert(rows.end(),
+                {{{1340, 1677}, Plane(L"FRONT")}, {{1340, 6051}, Plane(L"FRONT")}, {{1340, 6052}, 1}});
     return rows;
   }
-  Rows Move(const Matrix& matrix) {
+  static Collection Surfaces(int instruction, const Items& items = {}) {
+    return {.of_surfaces = true, .instructions = {{instruction, true, items}}};
+  }
+  static NodeRows Move(const Matrix& matrix) {
     return {{{387}, 1254},
-            {{5471}, Compound{}},
-            {{5471, 2213}, Surfaces{}},
+            {{5471, 2213}, Surfaces(4)},
             {{5400}, 0},
-            {{4300}, Compound{}},
-            {{4300, 4301}, Compound{}},
-            {{4300, 4301, 4306}, Compound{}},
-            {{4300, 4301, 4306, 4307}, Compound{}},
             {{4300, 4301, 4306, 4307, 4308}, 10},
             {{4300, 4301, 4306, 4307, 4309}, matrix}};
   }
   // On the hole's cylinder, from its floor.
-  Rows Thread() {
+  NodeRows Thread() {
     return {{{387}, 1070},
             {{388}, 1},
             {{1964}, std::wstring(L"COSMETIC_THREAD")},
             {{4974}, 1},
             {{4975}, 1},
             {{4976}, 2},
-            {{4902}, Face(":side")},
+            {{4902}, Face(HoleKey("side"))},
             {{4900}, 4.0},
             {{4901}, Face(HoleKey("end"))},
-            {{4903}, Compound{}},
             {{4903, 4904}, 0},
             {{4903, 4905}, -1},
             {{4903, 4906}, 6.0}};
   }
-  std::string HoleKey(const std::string& what) { return std::to_string(hole_.id) + ":" + what; }
+  std::string HoleKey(const std::string& what) { return std::to_string(hole_) + ":" + what; }
   void MakeHole() {
-    const Creation creation = Make(Hole());
-    ASSERT_EQ(creation.status, PRO_TK_NO_ERROR);
-    hole_ = creation.feature;
+    const FeatureOutcome outcome = CreateOf(Hole());
+    ASSERT_EQ(outcome.status, PRO_TK_NO_ERROR);
+    hole_ = outcome.feature;
   }
+  void ExpectMade(const NodeRows& rows) { EXPECT_EQ(CreateOf(rows).status, PRO_TK_NO_ERROR); }
+  std::vector<int> ParentsOf(int feature) { return part_->FindFeature(feature)->parents; }
 
-  Creation Make(const Rows& rows, int left_out = 0);
-  // Refused, with an error, and the model as it was.
-  void ExpectRefused(const Rows& rows, const std::string& what, int left_out = 0) {
-    const std::string before = Snapshot(*part_);
-    const Creation creation = Make(rows, left_out);
-    EXPECT_NE(creation.status, PRO_TK_NO_ERROR) << what;
-    EXPECT_GT(creation.errors, 0) << what;
-    EXPECT_EQ(Snapshot(*part_), before) << what;
-  }
-  // Each row must be there, whole numbers must be as told and lengths above 0.
-  void ExpectEveryRowToMatter(const Rows& rows) {
-    for (const Row& row : rows) {
-      const int id = row.path.back();
-      if (row.required) ExpectRefused(rows, "without " + std::to_string(id), id);
-      if (std::holds_alternative<int>(row.value)) ExpectRefused(With(rows, id, -9), std::to_string(id));
-      if (std::holds_alternative<double>(row.value)) ExpectRefused(With(rows, id, 0.0), std::to_string(id));
-    }
-  }
-
-  ProFeature points_{}, hole_{};
+  ProFeature points_{};
+  int hole_ = 0;
 };
 
-ProReference ReferenceTo(ProModelitem item) {
-  ProSelection selection = nullptr;
-  ProReference reference = nullptr;
-  EXPECT_EQ(ProSelectionAlloc(nullptr, &item, &selection), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProSelectionToReference(selection, &reference), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
-  return reference;
-}
-
-void SetItems(ProElement element, const Items& items) {
-  ProArray array = nullptr;
-  EXPECT_EQ(ProArrayAlloc(static_cast<int>(items.size()), sizeof(ProReference), 1, &array), PRO_TK_NO_ERROR);
-  auto* references = static_cast<ProReference*>(array);
-  std::transform(items.begin(), items.end(), references, ReferenceTo);
-  EXPECT_EQ(ProElementReferencesSet(element, references), PRO_TK_NO_ERROR);
-  for (std::size_t i = 0; i < items.size(); ++i) EXPECT_EQ(ProReferenceFree(references[i]), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
-}
-
-void SetSurfaces(ProElement element, const Surfaces& surfaces, ProModelitem face) {
-  ProCollection collection = nullptr;
-  ProSrfcollinstr instruction = nullptr;
-  const auto type = static_cast<ProSrfcollinstrType>(surfaces.instruction);
-  EXPECT_EQ(ProSrfcollectionAlloc(&collection), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProSrfcollinstrAlloc(type, PRO_B_TRUE, &instruction), PRO_TK_NO_ERROR);
-  if (surfaces.instruction == 1) {
-    ProSrfcollref surface = nullptr;
-    const ProReference reference = ReferenceTo(face);
-    EXPECT_EQ(ProSrfcollrefAlloc(static_cast<ProSrfcollrefType>(1), reference, &surface), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProSrfcollinstrReferenceAdd(instruction, surface), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProReferenceFree(reference), PRO_TK_NO_ERROR);
-  }
-  EXPECT_EQ(ProSrfcollectionInstructionAdd(collection, instruction), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProElementCollectionSet(element, collection), PRO_TK_NO_ERROR);
-}
-
-void SetMatrix(ProElement element, const Matrix& matrix) {
-  ProMatrix rows;
-  for (int row = 0; row < 4; ++row) std::ranges::copy(matrix[row], rows[row]);
-  EXPECT_EQ(ProFeatureD3elemMatrixSet(element, rows), PRO_TK_NO_ERROR);
-}
-
-Creation SolidFeaturesTest::Make(const Rows& rows, int left_out) {
-  Tree tree(left_out);
-  std::map<std::vector<int>, ProElement> parents{{{}, tree.Root()}};
-  for (const Row& row : rows) {
-    const ProElement parent = parents.at({row.path.begin(), row.path.end() - 1});
-    const int id = row.path.back();
-    if (const auto* integer = std::get_if<int>(&row.value)) tree.Integer(parent, id, *integer);
-    if (const auto* number = std::get_if<double>(&row.value)) tree.Double(parent, id, *number);
-    if (const auto* text = std::get_if<std::wstring>(&row.value)) tree.Text(parent, id, *text);
-    if (const auto* item = std::get_if<ProModelitem>(&row.value)) tree.Reference(parent, id, *item);
-    const auto* items = std::get_if<Items>(&row.value);
-    const auto* surfaces = std::get_if<Surfaces>(&row.value);
-    const auto* matrix = std::get_if<Matrix>(&row.value);
-    const bool is_compound = std::holds_alternative<Compound>(row.value);
-    if (!is_compound && !(items && !items->empty()) && !surfaces && !matrix) continue;
-    const ProElement element = parents[row.path] = tree.Compound(parent, id);
-    if (items) SetItems(element, *items);
-    if (surfaces) SetSurfaces(element, *surfaces, Face(":end"));
-    if (matrix) SetMatrix(element, *matrix);
-  }
-  return Create(*part_, tree.Root(), 1);
-}
-
 TEST_F(SolidFeaturesTest, ShellIsOpenWhereFacesAreRemoved) {
-  const ProModelitem top = Face(":end");
-  ExpectEveryRowToMatter(Shell({top}));
-  ExpectRefused(Shell({Plane(L"FRONT")}), "datum plane");
-  ExpectRefused(Shell({Find(PRO_EDGE, "")}), "edge");
-  ExpectRefused(With(Shell({}), 74, 5.0), "as thick as half the plate");
+  const Items top = Face(":end");
+  ExpectEveryRowToMatter(Shell());
+  ExpectRefusal(Shell(Plane(L"FRONT")));
+  ExpectRefusal(Shell({ItemOf(PRO_EDGE, "")}));
+  ExpectRefusal(With(Shell(), {{74}, 5.0}));  // as thick as half the plate
 
   // Named twice it is still one face: 8000 less 38 × 18 × 9.
-  EXPECT_EQ(Make(Shell({top, top})).status, PRO_TK_NO_ERROR);
+  ExpectMade(Shell({top[0], top[0]}));
   ExpectVolume(8000 - 38 * 18 * 9);
-  EXPECT_TRUE(ItemExists(top));
+  EXPECT_TRUE(part_->FindItem(PRO_SURFACE, top[0].id)->alive);
 }
 
 TEST_F(SolidFeaturesTest, HoleGoesAlongThePlanesNormalOrIntoTheMaterial) {
+  const std::vector<int> at{1340, 1341}, plane{1340, 1677}, same_plane{1340, 6051};
   ExpectEveryRowToMatter(Hole());
-  ExpectRefused(With(Hole(), 1341, Find(PRO_CURVE, "")), "curve");
-  ExpectRefused(With(Hole(), 1341, Face(":end")), "face");
-  ExpectRefused(With(Hole(), 6051, Plane(L"TOP")), "two planes");
-  // The normal of a face leads out of the material.
-  ExpectRefused(With(With(Hole(), 1677, Face(":start")), 6051, Face(":start")), "beside the body");
+  ExpectRefusal(With(Hole(), {at, Items{ItemOf(PRO_CURVE, "")}}));
+  ExpectRefusal(With(Hole(), {at, Face(":end")}));
+  ExpectRefusal(With(Hole(), {same_plane, Plane(L"TOP")}));
+  // The normal of a face leads out of the material, beside the body.
+  ExpectRefusal(With(With(Hole(), {plane, Face(":start")}), {same_plane, Face(":start")}));
   MakeHole();
   ExpectVolume(8000 - 4 * kPi * 6);
 
   part_ = &NewPart(L"INCHES");
   part_->length_unit = LengthUnit::kInch;
   Begin();
-  EXPECT_EQ(Make(HoleWithoutDirection()).status, PRO_TK_NO_ERROR);
+  ExpectMade(HoleWithoutDirection());
   ExpectVolume((8000 - 4 * kPi * 6) * std::pow(25.4, 3));
 }
 
 TEST_F(SolidFeaturesTest, HoleStandsOnThePointOfItsSketch) {
   MakeHole();
-  EXPECT_THAT(FindFeature(&hole_)->parents, testing::Contains(points_.id));
-  const Creation without = Redraw(points_, [](ProSection section) { ProSectionEntityDelete(section, 1); });
+  EXPECT_THAT(ParentsOf(hole_), testing::Contains(points_.id));
+  const auto without = Redraw(points_, [](ProSection section) { ProSectionEntityDelete(section, 1); });
   EXPECT_NE(without.status, PRO_TK_NO_ERROR);
   ExpectVolume(8000 - 4 * kPi * 6);
+
+  part_->geometry = nullptr;
+  const int asked = host().kernel.RequestsSent();
+  ASSERT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_NO_ERROR);
+  EXPECT_EQ(host().kernel.RequestsSent(), asked + 1) << "it is rebuilt in one question with the rest";
 }
 
 TEST_F(SolidFeaturesTest, MoveTakesTheWholeSolidAndKeepsItsFaces) {
@@ -276,35 +156,32 @@ TEST_F(SolidFeaturesTest, MoveTakesTheWholeSolidAndKeepsItsFaces) {
     return matrix;
   };
   ExpectEveryRowToMatter(Move(kQuarterTurn));
-  ExpectRefused(With(Move(kQuarterTurn), 2213, Surfaces{1}), "one face");
-  ExpectRefused(Move(changed(0, 1, 1.001)), "stretched");
-  ExpectRefused(Move(changed(2, 2, -1)), "mirrored");
-  ExpectRefused(Move(changed(0, 0, 0.1)), "sheared");
-  ExpectRefused(Move(changed(0, 3, 100)), "column form");
+  ExpectRefusal(With(Move(kQuarterTurn), {{5471, 2213}, Surfaces(1, Face(":end"))}));
+  ExpectRefusal(Move(changed(0, 1, 1.001)));  // stretched
+  ExpectRefusal(Move(changed(2, 2, -1)));     // mirrored
+  ExpectRefusal(Move(changed(0, 0, 0.1)));    // sheared
+  ExpectRefusal(Move(changed(0, 3, 100)));    // in column form
 
-  const ProModelitem top = Face(":end");
-  EXPECT_EQ(Make(Move(kQuarterTurn)).status, PRO_TK_NO_ERROR);
+  const int top = Face(":end")[0].id;
+  ExpectMade(Move(kQuarterTurn));
   ExpectOutline({80, 0, 0}, {100, 40, 10});
-  EXPECT_TRUE(ItemExists(top));
-  const Matrix identity = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
-  EXPECT_EQ(Make(Move(identity)).status, PRO_TK_NO_ERROR);
-  ExpectOutline({80, 0, 0}, {100, 40, 10});
+  EXPECT_TRUE(part_->FindItem(PRO_SURFACE, top)->alive);
 }
 
 TEST_F(SolidFeaturesTest, ThreadIsANoteOnACylinderThatBeginsAtItsEnd) {
   MakeHole();
   ExpectEveryRowToMatter(Thread());
-  ExpectRefused(With(Thread(), 4902, Face(":start")), "on a plane");
+  ExpectRefusal(With(Thread(), {{4902}, Face(":start")}));
   // The plate's walls and their edges don't touch the hole.
-  ExpectRefused(With(Thread(), 4901, Face(":side:2")), "from elsewhere");
-  ExpectRefused(With(Thread(), 4901, Find(PRO_EDGE, ":side:2")), "from an edge elsewhere");
+  ExpectRefusal(With(Thread(), {{4901}, Face(":side:2")}));
+  ExpectRefusal(With(Thread(), {{4901}, Items{ItemOf(PRO_EDGE, ":side:2")}}));
 
   const std::size_t faces = part_->topology.faces.size();
-  const Creation thread = Make(Thread());
+  const FeatureOutcome thread = CreateOf(Thread());
   EXPECT_EQ(thread.status, PRO_TK_NO_ERROR);
   EXPECT_EQ(part_->topology.faces.size(), faces);
-  EXPECT_THAT(FindFeature(&thread.feature)->parents, testing::Contains(hole_.id));
-  EXPECT_EQ(Make(With(Thread(), 4901, Find(PRO_EDGE, HoleKey("side")))).status, PRO_TK_NO_ERROR);
+  EXPECT_THAT(ParentsOf(thread.feature), testing::Contains(hole_));
+  ExpectMade(With(Thread(), {{4901}, Items{ItemOf(PRO_EDGE, HoleKey("side"))}}));
 }
 
 class HoleChartsTest : public SolidFeaturesTest {
@@ -358,9 +235,9 @@ TEST_F(HoleChartsTest, BoundTheIndicesOfAThread) {
   MakeHole();
   WriteCharts(L"text\\hole");
   Install(directory());
-  ExpectRefused(With(Thread(), 4975, 2), "no such series");
-  ExpectRefused(With(Thread(), 4976, 3), "no such screw size");
-  EXPECT_EQ(Make(Thread()).status, PRO_TK_NO_ERROR);
+  ExpectRefusal(With(Thread(), {{4975}, 2}));
+  ExpectRefusal(With(Thread(), {{4976}, 3}));
+  ExpectMade(Thread());
   // A thread that stands outlives its chart.
   Install(PathOf(L"nowhere"));
   EXPECT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_NO_ERROR);

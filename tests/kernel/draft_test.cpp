@@ -98,38 +98,23 @@ TEST(Draft, IsRefusedWithTheReason) {
   const json boss = Extrude(50, FrontAt(10), {Circle(5, 20, 15, 5)}, {.depth = 20});
   const std::string no_room = "The body has no room for the draft.";
   const Texts wall{"41:side:2"}, foot{"41:start|41:side:2"};
-  struct Case {
-    Recipes before;
-    json draft;
-    std::string reason;
-  };
-  const Case cases[] = {
-      {{tower}, Draft(wall, foot, 30), no_room},
-      {{tower}, Draft(kWalls, kFloorEdges, 15), no_room},
-      {{Block(), boss}, Draft({"50:side:5"}, {"41:end|50:side:5"}, 30), no_room},
-      {{Block()}, Draft(wall, foot, 30.1), "The angle must be between -30 and 30 degrees."},
-      {{Block()}, Draft({"41:end"}, {"41:end|41:side:2"}, 5), "Face 41:end can't be drafted."},
-      {{Block()}, Draft({}, {}, 5), "The draft names no face."},
-      {{Block()}, Draft(wall, {}, 5), "Face 41:side:2 has no hinge."},
-      {{Block()}, Draft(wall, {"41:start|41:side:1"}, 5), "Face 41:side:2 has no hinge."},
-      {{Block()},
-       Draft(wall, {"41:start|41:side:2", "41:start|41:side:1"}, 5),
-       "Hinge 41:start|41:side:1 is no edge of the drafted faces."},
-      {{Block()}, Draft(wall, {"41:side:1|41:side:2"}, 5), "Face 41:side:2 can't be drafted."},
-      {{Block()},
-       Draft(wall, {"41:start|41:side:2", "41:end|41:side:2"}, 5),
-       "Face 41:side:2 has hinges on several lines."},
-      {{Block(), boss},
-       Draft(wall, foot, 5, "41:end|50:side:5"),
-       "The pull direction must be a straight edge."},
-  };
-  for (const Case& one : cases) {
-    Recipes recipes = one.before;
+  const auto expect = [](Recipes recipes, const json& draft, const std::string& reason) {
     const double standing = Volume(Built(recipes));
-    recipes.push_back(one.draft);
-    EXPECT_EQ(Reason(recipes), one.reason) << one.draft;
+    recipes.push_back(draft);
+    EXPECT_EQ(Reason(recipes), reason) << draft;
     ExpectClose(Volume(Regenerate(recipes)), standing);
-  }
+  };
+  expect({tower}, Draft(wall, foot, 30), no_room);
+  expect({Block(), boss}, Draft({"50:side:5"}, {"41:end|50:side:5"}, 30), no_room);
+  expect({Block()}, Draft(wall, foot, 30.1), "The angle must be between -30 and 30 degrees.");
+  expect({Block()}, Draft({"41:end"}, {"41:end|41:side:2"}, 5), "Face 41:end can't be drafted.");
+  expect({Block()}, Draft(wall, {"41:start|41:side:1"}, 5), "Face 41:side:2 has no hinge.");
+  expect({Block()}, Draft(wall, {"41:start|41:side:2", "41:start|41:side:1"}, 5),
+         "Hinge 41:start|41:side:1 is no edge of the drafted faces.");
+  expect({Block()}, Draft(wall, {"41:start|41:side:2", "41:end|41:side:2"}, 5),
+         "Face 41:side:2 has hinges on several lines.");
+  expect({Block(), boss}, Draft(wall, foot, 5, "41:end|50:side:5"),
+         "The pull direction must be a straight edge.");
 }
 
 }  // namespace

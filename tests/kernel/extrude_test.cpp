@@ -1,53 +1,12 @@
+// Extrusions: directions, depths, what they meet, tapered walls.
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 #include "tests/kernel/recipes.h"
 
 namespace bench::kernel::testing {
 namespace {
-
-TEST(ExtrudeOnPlane, GrowsAlongTheNormalOfEachDatumPlane) {
-  struct Case {
-    json plane;
-    std::vector<double> forward, back;
-  };
-  // The section spans 0..20 along the plane's x and 0..30 along its y, the depth is 10. TOP's y is -Z and its
-  // normal +Y; RIGHT's x is -Z and its normal +X.
-  const Case cases[] = {{Front(), {0, 0, 0, 20, 30, 10}, {0, 0, -10, 20, 30, 0}},
-                        {Top(), {0, 0, -30, 20, 10, 0}, {0, -10, -30, 20, 0, 0}},
-                        {Right(), {0, 0, -20, 10, 30, 0}, {-10, 0, -20, 0, 30, 0}}};
-  for (const Case& one : cases) {
-    const Entities section = Rectangle(1, 0, 0, 20, 30);
-    const json forward = Built({Extrude(7, one.plane, section)});
-    const json back = Built({Extrude(7, one.plane, section, {.reverse = true})});
-    ExpectClose(Box(forward["outline"]), one.forward);
-    ExpectClose(Box(back["outline"]), one.back);
-    ExpectClose(Volume(forward), 6000);  // 20 · 30 · 10
-    ExpectClose(Volume(back), 6000);
-    ExpectClose(forward["mass"]["area"].get<double>(), 2200);  // 2 (600 + 200 + 300)
-  }
-}
-
-TEST(ExtrudeExtent, ReachesAsFarAsItsModeSays) {
-  struct Case {
-    Extrusion how;
-    double low, high;
-  };
-  const Case cases[] = {
-      {{.mode = "blind", .depth = 8}, 0, 8},
-      {{.mode = "blind", .depth = 8, .reverse = true}, -8, 0},
-      {{.mode = "symmetric", .depth = 8}, -4, 4},
-      {{.mode = "two", .depth = 8, .depth2 = 3, .reverse = true}, -8, 3},
-      {{.mode = "two", .depth = 0, .depth2 = 3}, -3, 0},
-  };
-  for (const Case& one : cases) {
-    const json part = Built({Extrude(1, Front(), Rectangle(1, 0, 0, 5, 4), one.how)});
-    ExpectClose(Box(part["outline"]), {0, 0, one.low, 5, 4, one.high}, one.how.mode);
-    ExpectClose(Volume(part), 20 * (one.high - one.low), one.how.mode);
-    // The start lies furthest against the direction.
-    const double start = FaceNamed(part, "1:start")["point"][2];
-    ExpectClose(start, one.how.reverse ? one.high : one.low, one.how.mode + " start");
-  }
-}
 
 // Two plates of 40 · 40, z 0..10 and 30..40, and a wall x 0..5 between them: 16000 + 16000 + 5 · 40 · 20.
 Recipes Rack() {
@@ -136,16 +95,13 @@ TEST(ExtrudeCut, RemovesAScratchFromALargeBody) {
 }
 
 TEST(ExtrudeDepth, MustBeAboveZero) {
-  const std::pair<Extrusion, const char*> cases[] = {
-      {{.depth = 0}, "The depth must be above 0."},
-      {{.mode = "symmetric", .depth = -3}, "The depth must be above 0."},
-      {{.mode = "two", .depth = 0, .depth2 = 0}, "The depth must be above 0."},
-      {{.mode = "two", .depth = 3, .depth2 = -1}, "Neither of the two depths may be below 0."},
-      {{.mode = "two", .depth = -1, .depth2 = 3}, "Neither of the two depths may be below 0."},
-      {{.depth = 1e9}, "The depth is too large."},
+  const auto reason = [](const Extrusion& how) {
+    return Reason({Extrude(1, Front(), Rectangle(1, 0, 0, 5, 5), how)});
   };
-  for (const auto& [how, reason] : cases)
-    EXPECT_EQ(Reason({Extrude(1, Front(), Rectangle(1, 0, 0, 5, 5), how)}), reason);
+  EXPECT_EQ(reason({.depth = 0}), "The depth must be above 0.");
+  EXPECT_EQ(reason({.mode = "two", .depth = 0, .depth2 = 0}), "The depth must be above 0.");
+  EXPECT_EQ(reason({.mode = "two", .depth = 3, .depth2 = -1}), "Neither of the two depths may be below 0.");
+  EXPECT_EQ(reason({.depth = 1e9}), "The depth is too large.");
 }
 
 TEST(ExtrudeJoin, KeepsBodiesThatDoNotMeetApart) {
@@ -157,6 +113,70 @@ TEST(ExtrudeJoin, KeepsBodiesThatDoNotMeetApart) {
   const json bridged = Built({first, second, Extrude(3, Front(), Rectangle(1, 5, 4, 18, 2), {.depth = 5})});
   EXPECT_EQ(bridged["bodies"], 1);
   ExpectClose(Volume(bridged), 1500 + 10 * 2 * 5);  // the bridge spans x 10..20 between the two
+}
+
+// How far a wall leans in over a depth of 10.
+double Lean(double taper_deg) {
+  return 10 * std::tan(taper_deg * kPi / 180);
+}
+
+// The mean of an area that is quadratic in the depth, over the whole depth: Simpson's rule is exact for it.
+double Frustum(double depth, double near, double middle, double far) {
+  return depth * (near + 4 * middle + far) / 6;
+}
+
+TEST(Taper, GivesTheFrustumOfARectangleAndOfACircle) {
+  for (const double taper : {10.0, -10.0, 30.0, 0.5}) {
+    const double t = Lean(taper);
+    const json rectangle = Built({Extrude(1, Front(), Rectangle(1, 0, 0, 20, 30), {.taper_deg = taper})});
+    ExpectClose(Volume(rectangle), Frustum(10, 600, (20 - t) * (30 - t), (20 - 2 * t) * (30 - 2 * t)));
+    const json circle = Built({Extrude(1, Front(), {Circle(1, 0, 0, 10)}, {.taper_deg = taper})});
+    ExpectClose(Volume(circle), kPi * 10 / 3 * (100 + 10 * (10 - t) + (10 - t) * (10 - t)));
+    EXPECT_EQ(FaceNamed(circle, "1:side:1")["type"], "cone");
+    ExpectClose(FaceNamed(circle, "1:side:1")["half_angle_deg"].get<double>(), std::abs(taper));
+  }
+}
+
+TEST(Taper, WidensAHoleWhereItNarrowsTheWallsAndNarrowsACut) {
+  const double t = Lean(10);
+  const auto cone = [](double r1, double r2) { return kPi * 10 / 3 * (r1 * r1 + r1 * r2 + r2 * r2); };
+  const json ring = Extrude(1, Front(), {Circle(1, 0, 0, 10), Circle(2, 0, 0, 5)}, {.taper_deg = 10});
+  ExpectClose(Volume(Built({ring})), cone(10, 10 - t) - cone(5, 5 + t));
+  const json cut = Extrude(2, Front(), {Circle(1, 0, 0, 4)}, {.operation = "cut", .taper_deg = 10});
+  const json block = Extrude(1, Front(), Rectangle(1, -20, -20, 40, 40));
+  ExpectClose(Volume(Built({block, cut})), 16000 - cone(4, 4 - t));
+}
+
+TEST(Taper, IsRefusedWhereTheSectionCollapses) {
+  const char* const kCollapse = "The section collapses before its depth is reached.";
+  const char* const kMeet = "The drafted walls run into each other before the depth is reached.";
+  const Entities ring = Together(Rectangle(1, -10, -10, 20, 20), Circle(11, 0, 0, 5));
+  const Entities islands = Together(Rectangle(1, 0, 0, 10, 10), Rectangle(11, 12, 0, 10, 10));
+  struct Case {
+    Entities entities;
+    double depth, taper_deg;
+    const char* reason;
+  };
+  // At 45 degrees a wall leans in by the depth.
+  const Case cases[] = {
+      {Rectangle(1, 0, 0, 20, 30), 9, 45, ""},
+      {Rectangle(1, 0, 0, 20, 30), 10, 45, kCollapse},
+      {Slot(1, 10, 5), 4, 45, ""},
+      {Slot(1, 10, 5), 6, 45, kCollapse},
+      {ring, 2, 45, ""},
+      {ring, 3, 45, kMeet},
+      {ring, 4, -45, ""},
+      {ring, 6, -45, kCollapse},
+      {islands, 0.9, -45, ""},
+      {islands, 1.1, -45, kMeet},
+      {Rectangle(1, 0, 0, 20, 30), 1, 90, "The taper must be between -90 and 90 degrees."},
+      {{Ellipse(1, 0, 0, 10, 5)}, 1, 5, "The wall of entity 1 can't be drafted."},
+  };
+  for (const Case& one : cases) {
+    const Extrusion how{.depth = one.depth, .taper_deg = one.taper_deg};
+    EXPECT_EQ(Reason({Extrude(1, Front(), one.entities, how)}), one.reason)
+        << one.depth << " " << one.taper_deg;
+  }
 }
 
 }  // namespace

@@ -144,11 +144,8 @@ TEST(Process, EndsWithTheConnectionAlsoInTheMidstOfAComputation) {
   EXPECT_EQ(host.Close(), 0);
 }
 
-TEST(Process, SaysHowItIsCalled) {
+TEST(Process, EndsWhenItIsCalledWronglyOrNobodyListens) {
   for (const char* port : {"", "many", "0", "70000", "12x"}) EXPECT_EQ(ExitCode(Start(port)), 2) << port;
-}
-
-TEST(Process, EndsWhenNobodyListens) {
   const int probe = socket(AF_INET, SOCK_STREAM, 0);
   const int port = BindToFreePort(probe);
   close(probe);

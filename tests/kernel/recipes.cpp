@@ -92,6 +92,10 @@ Entities Slot(int first, double a, double r) {
           Line(first + 2, a, r, -a, r), Arc(first + 3, -a, 0, r, kPi / 2, 3 * kPi / 2)};
 }
 
+Entities HalfDisc() {
+  return {Arc(1, 0, 0, 10, -kPi / 2, kPi / 2), Line(2, 0, 10, 0, -10), Centerline(3, 0, 0, 0, 1)};
+}
+
 json SketchRecipe(int feature, const json& plane, const Entities& entities) {
   return {{"feature", feature}, {"kind", "sketch"}, {"plane", plane}, {"entities", entities}};
 }

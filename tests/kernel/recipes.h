@@ -42,6 +42,8 @@ Entities Polygon(int first, const Corners& corners);
 Entities Rectangle(int first, double x, double y, double width, double height);
 // 2a long between the centres of its ends, 2r wide, about the origin.
 Entities Slot(int first, double a, double r);
+// With its axis, about which it turns into a ball of radius 10.
+Entities HalfDisc();
 // All entities of lists and single ones.
 inline void AddEntities(Entities& all, const json& entity) {
   all.push_back(entity);

@@ -18,61 +18,34 @@ json Block(int feature = 1) {
 }
 
 TEST(Shell, LeavesWallsOfOneThickness) {
+  using Faces = std::vector<std::string>;
+  const auto expect = [](const char* what, const json& solid, const Faces& removed, double volume,
+                         std::size_t faces) {
+    const json part = Built({solid, Shell(2, 2, removed)});
+    ExpectClose(Volume(part), volume, what);
+    EXPECT_EQ(part["faces"].size(), faces) << what;
+    EXPECT_EQ(part["bodies"], 1) << what;
+  };
+  // 24000 less the inner block, 36 × 26 × 16; where a face is open, it reaches through there.
+  expect("closed", Block(), {}, 24000 - 36 * 26 * 16, 12);
+  expect("open at the top", Block(), {"1:end"}, 24000 - 36 * 26 * 18, 11);
+  expect("a pipe", Block(), {"1:start", "1:end"}, 24000 - 36 * 26 * 20, 10);
+  expect("open at a corner", Block(), {"1:end", "1:side:1", "1:side:2"}, 24000 - 38 * 28 * 18, 9);
+  // The inner step: 36 × 6 and above it 11 × 20, at 2 from all sides.
   const Entities step = Polygon(1, {{0, 0}, {40, 0}, {40, 10}, {15, 10}, {15, 30}, {0, 30}});
+  expect("a step", Extrude(1, Front(), step, {.depth = 20}), {"1:end"}, (400 + 300) * 20 - (216 + 220) * 18,
+         15);
+  // Around the hole of radius 5 stands a wall of radius 7.
   const Entities plate_with_hole = Together(Rectangle(1, 0, 0, 40, 30), Circle(5, 20, 15, 5));
-  struct Case {
-    const char* what;
-    json solid;
-    std::vector<std::string> removed;
-    double volume;
-    std::size_t faces;
-  };
-  const Case cases[] = {
-      // 24000 less the inner block, 36 × 26 × 16.
-      {"closed", Block(), {}, 24000 - 36 * 26 * 16, 12},
-      // The inner block reaches through the top: 18 high.
-      {"open at the top", Block(), {"1:end"}, 24000 - 36 * 26 * 18, 11},
-      {"a pipe", Block(), {"1:start", "1:end"}, 24000 - 36 * 26 * 20, 10},
-      {"open at a corner", Block(), {"1:end", "1:side:1", "1:side:2"}, 24000 - 38 * 28 * 18, 9},
-      // The inner step: 36 × 6 and above it 11 × 20, at 2 from all sides.
-      {"a step",
-       Extrude(1, Front(), step, {.depth = 20}),
-       {"1:end"},
-       (400 + 300) * 20 - (216 + 220) * 18,
-       15},
-      // Around the hole of radius 5 stands a wall of radius 7.
-      {"a tube inside",
-       Extrude(1, Front(), plate_with_hole, {.depth = 20}),
-       {"1:end"},
-       (1200 - 25 * kPi) * 20 - (36 * 26 - 49 * kPi) * 18,
-       14},
-      {"a cup",
-       Extrude(1, Front(), {Circle(1, 0, 0, 10)}, {.depth = 20}),
-       {"1:end"},
-       100 * kPi * 20 - 64 * kPi * 18,
-       5},
-      {"a ball",
-       Revolve(1, Front(),
-               Together(Entities{Arc(1, 0, 0, 10, -kPi / 2, kPi / 2)}, Line(2, 0, 10, 0, -10),
-                        Centerline(3, 0, 0, 0, 1)),
-               360),
-       {},
-       4.0 / 3 * kPi * (1000 - 512),
-       2},
-      // A cone's wall leans by 45 degrees: inside, the axis starts 2 above the floor and ends 2√2 below the
-      // tip.
-      {"a cone",
-       Revolve(1, Front(), Together(Polygon(1, {{0, 0}, {10, 0}, {0, 10}}), Centerline(9, 0, 0, 0, 1)), 360),
-       {},
-       kPi / 3 * (1000 - std::pow(8 - 2 * std::sqrt(2), 3)),
-       4},
-  };
-  for (const Case& one : cases) {
-    const json part = Built({one.solid, Shell(2, 2, one.removed)});
-    ExpectClose(Volume(part), one.volume, one.what);
-    EXPECT_EQ(part["faces"].size(), one.faces) << one.what;
-    EXPECT_EQ(part["bodies"], 1) << one.what;
-  }
+  expect("a tube inside", Extrude(1, Front(), plate_with_hole, {.depth = 20}), {"1:end"},
+         (1200 - 25 * kPi) * 20 - (36 * 26 - 49 * kPi) * 18, 14);
+  expect("a cup", Extrude(1, Front(), {Circle(1, 0, 0, 10)}, {.depth = 20}), {"1:end"},
+         100 * kPi * 20 - 64 * kPi * 18, 5);
+  expect("a ball", Revolve(1, Front(), HalfDisc(), 360), {}, 4.0 / 3 * kPi * (1000 - 512), 2);
+  // A cone's wall leans by 45 degrees: inside, the axis starts 2 above the floor and ends 2√2 below the tip.
+  const Entities triangle = Together(Polygon(1, {{0, 0}, {10, 0}, {0, 10}}), Centerline(9, 0, 0, 0, 1));
+  expect("a cone", Revolve(1, Front(), triangle, 360), {},
+         kPi / 3 * (1000 - std::pow(8 - 2 * std::sqrt(2), 3)), 4);
 }
 
 TEST(Shell, ClosedOneHasItsVoidTurnedIntoTheMaterial) {
@@ -114,18 +87,8 @@ TEST(Shell, IsRefusedWithTheReason) {
   const std::vector<std::string> all = {"1:start", "1:end", "1:side:1", "1:side:2", "1:side:3", "1:side:4"};
   const std::string does_not_fit = "The thickness doesn't fit into the body.";
   // Two blocks of 20, joined by a neck that is 6 wide.
-  const Entities neck = Polygon(1, {{0, 0},
-                                    {20, 0},
-                                    {20, 7},
-                                    {40, 7},
-                                    {40, 0},
-                                    {60, 0},
-                                    {60, 20},
-                                    {40, 20},
-                                    {40, 13},
-                                    {20, 13},
-                                    {20, 20},
-                                    {0, 20}});
+  const Entities neck =
+      Polygon(1, {{0, 0}, {60, 0}, {60, 20}, {40, 20}, {40, 6}, {20, 6}, {20, 20}, {0, 20}});
   const json dumbbell = Extrude(1, Front(), neck, {.depth = 20});
   struct Case {
     std::string reason;
@@ -135,11 +98,9 @@ TEST(Shell, IsRefusedWithTheReason) {
   };
   const Case cases[] = {
       {"The thickness must be above 0.", Block(), 0, {}},
-      // The block is 20 high: 10 leaves nothing, 12 turns the inner block over in one direction, 25 in all.
+      // The block is 20 high: 10 leaves nothing, 12 turns the inner block over.
       {does_not_fit, Block(), 10, {}},
       {does_not_fit, Block(), 12, {}},
-      {does_not_fit, Block(), 25, {}},
-      {does_not_fit, Block(), 20, {"1:end"}},
       {does_not_fit, Block(), 15, {"1:end"}},
       {does_not_fit, dumbbell, 4, {"1:end"}},
       {does_not_fit, Extrude(1, Front(), {Circle(1, 0, 0, 5)}, {.depth = 20}), 6, {"1:end"}},

@@ -68,13 +68,6 @@ TEST(Text, EveryPrintableCharacterMakesASolid) {
     EXPECT_GT(Volume(Extruded(Text(1, std::string(1, c), {{0, 0}, {5, 7}}))), 0) << c;
 }
 
-TEST(Text, IsACutAsWell) {
-  const json part = Built({Extrude(1, Front(), Rectangle(1, 0, 0, 40, 20), {.depth = 5}),
-                           Extrude(2, FrontAt(5), Entities{Text(1, "I", {{10, 5}, {13, 15}})},
-                                   {.operation = "cut", .depth = 1, .reverse = true})});
-  ExpectClose(Volume(part), 40 * 20 * 5 - 3 * 10 * 1);
-}
-
 TEST(Text, WithoutInkOrRoomIsRefused) {
   const json plate = Extrude(1, Front(), Rectangle(1, 0, 0, 4, 4));
   for (const char* blank : {"", " ", "  \t"})

@@ -97,8 +97,9 @@ TEST_F(AssemblyMoving, AMoveByNothingIsAMove) {
 
 TEST_F(AssemblyMoving, AMoveToNoNumberLeavesTheOccurrenceWhereItIs) {
   const auto result = Run(kMove, LR"({"occurrence_name":"A","dx_mm":nan})");
-  EXPECT_EQ(result.message,
-            L"Failed to persist placement for 'A' (PositionSet status=-2; The target position is not finite.).");
+  EXPECT_EQ(
+      result.message,
+      L"Failed to persist placement for 'A' (PositionSet status=-2; The target position is not finite.).");
   EXPECT_EQ(result.dataJson, kUnmovedData);
   EXPECT_EQ(bench::TranslationOf(PlaceOf(L"A")), (bench::Vector3{1, 2, 3}));
 }

@@ -37,6 +37,22 @@ TEST(ModelPaths, AreTakenApartByHand) {
     EXPECT_FALSE(ParseModelFileNameByHand(path, directory, name, extension)) << path;
 }
 
+TEST(ModelPaths, AreJoinedWithOneSeparator) {
+  EXPECT_EQ(JoinPath(L"C:\\parts", L"a.prt"), L"C:\\parts\\a.prt");
+  EXPECT_EQ(JoinPath(L"C:\\parts\\//\\", L"a.prt"), L"C:\\parts\\a.prt");
+  EXPECT_EQ(JoinPath(L"\\/", L"a.prt"), L"\\a.prt");
+  EXPECT_EQ(JoinPath(L"", L"a.prt"), L"a.prt");
+  EXPECT_EQ(JoinPath(L"C:\\parts\\/", L""), L"C:\\parts\\/");
+}
+
+TEST(ModelPaths, AreCutDownToABaseName) {
+  EXPECT_EQ(BaseModelName(L"a"), L"a");
+  EXPECT_EQ(BaseModelName(L"a.5.DRW.6"), L"a");
+  EXPECT_EQ(BaseModelName(L"a.txt.prt.1"), L"a.txt");
+  EXPECT_EQ(BaseModelName(L"C:\\parts/sub\\a.asm"), L"a");
+  EXPECT_EQ(BaseModelName(L"C:\\parts\\"), L"");
+}
+
 class HostParsedPaths : public support::OperationTest {};
 
 TEST_F(HostParsedPaths, FallBackToTheHandOnlyWhenTheHostFails) {

@@ -38,17 +38,6 @@ TEST_F(History, LabelsEachKindInItsOwnWordsAndTakesNoneWhileItReplays) {
   }
 }
 
-TEST_F(History, TakesNoStepThatLacksWhatItNeeds) {
-  PushCreateFeature(L"");
-  PushSuppress(L"", true);
-  PushSetParameter(L"A", L"1", L"");
-  PushCreateSketch(L"", L"A");
-  PushCreateSketch(L"{}", L"");
-  PushDrawEntity(L"op", L"{}", L"", L"L:1");
-  PushDrawEntity(L"op", L"{}", L"A", L"");
-  EXPECT_TRUE(UndoStack().empty());
-}
-
 TEST_F(History, HoldsTenStepsAndEndsTheRedoChain) {
   RedoStack().push_back({});
   PushFeatures(1, 11);

@@ -1,1 +1,2 @@
-set(exchange_tests exchange_export_test.cpp exchange_text_test.cpp)
+set(exchange_tests
+  analysis_test.cpp exchange_export_test.cpp screenshot_test.cpp step_import_test.cpp)

@@ -1,5 +1,8 @@
-// The frame of the feature operations: the active part, names, lookups, listing.
+// The frame of the feature operations: the active part, names, lookups, listing; deleting, suppressing and
+// resuming.
 #include <gmock/gmock.h>
+
+#include <tuple>
 
 #include "addin/host/text_buffer.h"
 #include "addin/text/format.h"
@@ -56,17 +59,15 @@ TEST_F(FeatureFrame, NamesEachTypeOfFeature) {
       {927, L"draft"},       {928, L"shell"},    {931, L"datum_point"}, {945, L"pipe"},
       {949, L"curve"},       {979, L"csys"},     {989, L"extend"},      {990, L"solidify"},
       {1000, L"component"},  {1019, L"torus"},   {1070, L"thread"},     {912, L"feat_912"},
-      {-1, L"feat_-1"},
-  };
+      {-1, L"feat_-1"}};
   for (const auto& [type, word] : words) EXPECT_EQ(feature::FeatureTypeWord(type), word) << type;
 }
 
 TEST_F(WithoutAPart, NoFeatureOperationRuns) {
-  const wchar_t* const operations[] = {
-      L"api_feature_list",       L"api_feature_delete",  L"api_feature_suppress",
-      L"api_feature_unsuppress", L"api_feature_extrude", L"api_feature_extrude_advanced",
-      L"api_feature_revolve",
-  };
+  const wchar_t* const operations[] = {L"api_feature_list",     L"api_feature_delete",
+                                       L"api_feature_suppress", L"api_feature_unsuppress",
+                                       L"api_feature_extrude",  L"api_feature_extrude_advanced",
+                                       L"api_feature_revolve"};
   for (const wchar_t* operation : operations) ExpectFailure(operation, L"{}", L"No active Creo document.");
   NewAssembly();
   for (const wchar_t* operation : operations)
@@ -78,42 +79,28 @@ TEST_F(WithoutAPart, NoFeatureOperationRuns) {
 }
 
 TEST_F(FeatureFrame, NamesAreComparedWithoutRegardToCaseBlanksAndUnderscores) {
-  const struct {
-    const wchar_t* a;
-    const wchar_t* b;
-    bool equal;
-  } cases[] = {
-      {L"extrude 1", L"EXTRUDE_1", true},
-      {L" round_42\t", L"Round 42", true},
-      {L"é", L"É", true},
-      {L"A  B", L"a__b", true},
-      {L"A  B", L"A_B", false},
-      {L"Extrude1", L"Extrude 1", false},
-      {L"", L"  ", true},
-      {L"A\tB", L"A_B", false},
-  };
+  const std::tuple<const wchar_t*, const wchar_t*, bool> cases[] = {{L"extrude 1", L"EXTRUDE_1", true},
+                                                                    {L" round_42\t", L"Round 42", true},
+                                                                    {L"é", L"É", true},
+                                                                    {L"A  B", L"a__b", true},
+                                                                    {L"A  B", L"A_B", false},
+                                                                    {L"A\tB", L"A_B", false}};
   for (const auto& [a, b, equal] : cases)
     EXPECT_EQ(feature::FeatureNamesEqual(a, b), equal) << EncodeUtf8(a) << " and " << EncodeUtf8(b);
 }
 
 TEST_F(FeatureFrame, OperationWords) {
-  const struct {
-    const wchar_t* word;
-    bool is_cut;
-    const wchar_t* refusal;
-  } cases[] = {
+  const std::tuple<const wchar_t*, bool, const wchar_t*> cases[] = {
       {L"", false, L""},
       {L"Join", false, L""},
-      {L"ADD", false, L""},
+      {L"add", false, L""},
       {L"NewBody", false, L""},
-      {L"new_body", false, L""},
       {L"Cut", true, L""},
       {L"remove", true, L""},
       {L"Intersect", false,
        L"Creo feature operations do not support operation='intersect'. Use 'join' or 'cut'."},
       {L" cut ", false, L"Unsupported operation ' cut '. Use 'join' or 'cut'."},
-      {L"Weld", false, L"Unsupported operation 'weld'. Use 'join' or 'cut'."},
-  };
+      {L"Weld", false, L"Unsupported operation 'weld'. Use 'join' or 'cut'."}};
   for (const auto& [word, is_cut, wanted] : cases) {
     bool cut = true;
     std::wstring refusal;
@@ -150,10 +137,10 @@ TEST_F(FeatureFrame, ListsFeaturesInTheirOrder) {
 TEST_F(FeatureFrame, ListingPassesOverWhatItCannotAskAndReportsAVisitThatFails) {
   faults().Fail("ProFeatureTypeGet", PRO_TK_GENERAL_ERROR);
   EXPECT_EQ(Run(L"api_feature_list").message, L"Found 3 features.");
-  faults().Fail("ProFeatureStatusGet", PRO_TK_GENERAL_ERROR, 1, 4);
-  EXPECT_EQ(Run(L"api_feature_list").message, L"Found 4 features.");
   faults().Fail("ProSolidFeatVisit", PRO_TK_BAD_CONTEXT);
   ExpectFailure(L"api_feature_list", L"{}", L"Failed to list features (status=-8).");
+  faults().Fail("ProSolidFeatVisit", PRO_TK_BAD_CONTEXT);
+  EXPECT_EQ(RefusalOf(L"FRONT"), L"Failed to visit features (status=-8).");
 }
 
 TEST_F(FeatureFrame, LookupTakesTheLastOfThoseThatBearTheName) {
@@ -167,6 +154,12 @@ TEST_F(FeatureFrame, LookupTakesTheLastOfThoseThatBearTheName) {
   EXPECT_FALSE(info.is_suppressed);
   EXPECT_EQ(info.feature.id, later);
   EXPECT_EQ(info.feature.owner, bench::Handle(Current()));
+  // That of a sketch sees sketched curves only.
+  const int sketch = AddFeature(949, L"S").id;
+  AddFeature(917, L"S");
+  EXPECT_EQ(Found(L"s", true).id, sketch);
+  EXPECT_EQ(RefusalOf(L"RIGHT", true),
+            L"Sketched curve feature 'RIGHT' not found. Create/commit it with api_sketch_* first.");
 }
 
 TEST_F(FeatureFrame, LookupKnowsUnnamedFeaturesByTypeAndId) {
@@ -183,14 +176,6 @@ TEST_F(FeatureFrame, LookupKnowsUnnamedFeaturesByTypeAndId) {
             Format(L"Feature '%s' not found. Call api_feature_list and use an exact name.", name));
   unnamed_datum.name = name;
   EXPECT_EQ(Found(name).id, unnamed_datum.id);
-}
-
-TEST_F(FeatureFrame, LookupOfASketchSeesSketchedCurvesOnly) {
-  const int sketch = AddFeature(949, L"S").id;
-  AddFeature(917, L"S");
-  EXPECT_EQ(Found(L"s", true).id, sketch);
-  EXPECT_EQ(RefusalOf(L"RIGHT", true),
-            L"Sketched curve feature 'RIGHT' not found. Create/commit it with api_sketch_* first.");
 }
 
 TEST_F(FeatureFrame, LookupHintsAtHoles) {
@@ -235,14 +220,10 @@ TEST_F(FeatureFrame, NewFeaturesAreNumbered) {
   AddFeature(913, L"EXTRUDE 2");
   EXPECT_EQ(Assign(AddFeature(917, L"")), L"Extrude_2");
   EXPECT_EQ(Assign(AddFeature(917, L"")), L"Extrude 3");
-}
-
-TEST_F(FeatureFrame, AFeatureThatTheHostHasNamedKeepsItsName) {
-  auto& created = AddFeature(913, L" ROUND_7");
-  const auto mark = host().journal.Mark();
-  EXPECT_EQ(Assign(created, L"Round"), L"ROUND_7");
-  EXPECT_EQ(created.name, L" ROUND_7");
-  EXPECT_THAT(CallsSince(mark), ElementsAre("ProModelitemNameGet"));
+  // What the host has named keeps its name.
+  auto& named = AddFeature(913, L" ROUND_7");
+  EXPECT_EQ(Assign(named, L"Round"), L"ROUND_7");
+  EXPECT_EQ(named.name, L" ROUND_7");
 }
 
 TEST_F(FeatureFrame, NamesAreCutAndFallBackToTheIdWithAllNumbersInUse) {
@@ -270,6 +251,61 @@ TEST_F(FeatureFrame, ANameThatIsRefusedGivesWayToOneWithTheId) {
   faults().Fail("ProModelitemNameSet", PRO_TK_INVALID_NAME, 1, 2);
   EXPECT_EQ(Assign(created), fallback);
   EXPECT_EQ(created.name, L"");
+}
+
+// A block of 10 × 10 × 10 with a column of 2 × 2 × 5 on its side: 1000 + 20 mm³.
+class FeatureLifecycle : public FeatureTest {
+ protected:
+  void SetUp() override {
+    FeatureTest::SetUp();
+    Block(10, 10, 10);
+    Rectangle(L"COLUMN", L"XY", 10, 0, 12, 2);
+    Succeed(L"api_feature_extrude", LR"({"sketch_name":"COLUMN","distance_mm":5})");
+    ASSERT_NE(FeatureNamed(L"Extrude_1"), nullptr);
+    ASSERT_NEAR(Volume(), 1020, 1e-6);
+    ClearHistory();
+  }
+};
+
+TEST_F(FeatureLifecycle, ADeletedFeatureIsGoneWithItsGeometryAndLeavesNoHistory) {
+  const auto mark = host().journal.Mark();
+  const auto result = Run(L"api_feature_delete", LR"({"feature_name":"extrude_1"})");
+  EXPECT_TRUE(result.success);
+  EXPECT_EQ(result.message, L"Deleted feature 'extrude_1'.");
+  EXPECT_EQ(result.dataJson, L"null");
+  EXPECT_THAT(CallsSince(mark, {"ProArrayAlloc", "ProArrayObjectAdd", "ProFeatureWithoptionsDelete",
+                                "ProWindowRepaint", "ProArrayFree"}),
+              ElementsAre("ProArrayAlloc", "ProArrayObjectAdd", "ProArrayAlloc", "ProArrayObjectAdd",
+                          "ProFeatureWithoptionsDelete", "ProWindowRepaint", "ProArrayFree", "ProArrayFree"));
+  EXPECT_EQ(FeatureNamed(L"Extrude_1"), nullptr);
+  EXPECT_NEAR(Volume(), 1000, 1e-6);
+  EXPECT_TRUE(UndoStack().empty());
+}
+
+TEST_F(FeatureLifecycle, SuppressingAndResumingTakesTheGeometryAwayAndBack) {
+  // Once more is a success that does nothing and leaves no history.
+  const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*, double, const wchar_t*> steps[] = {
+      {L"suppress", L"EXTRUDE_1", L"Suppressed feature 'EXTRUDE_1'.", 1000, L"Suppress EXTRUDE_1"},
+      {L"suppress", L"extrude_1", L"Feature 'extrude_1' is already suppressed.", 1000, L""},
+      {L"unsuppress", L"extrude_1", L"Unsuppressed feature 'extrude_1'.", 1020, L"Unsuppress extrude_1"},
+      {L"unsuppress", L"Extrude_1", L"Feature 'Extrude_1' is already active.", 1020, L""}};
+  for (const auto& [verb, name, message, volume, label] : steps) {
+    ClearHistory();
+    const auto result = Run(Format(L"api_feature_%s", verb), Format(LR"({"feature_name":"%s"})", name));
+    EXPECT_TRUE(result.success);
+    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
+    EXPECT_EQ(result.dataJson, L"null");
+    EXPECT_NEAR(Volume(), volume, 1e-6);
+    EXPECT_EQ(UndoStack().empty() ? L"" : UndoStack().back().label, label);
+  }
+}
+
+TEST_F(FeatureLifecycle, ANameIsRequiredAndMustBeKnown) {
+  const wchar_t* const unknown =
+      L"Feature 'Extrude 9' not found. Call api_feature_list and use an exact name.";
+  for (const wchar_t* operation : {L"api_feature_delete", L"api_feature_suppress", L"api_feature_unsuppress"})
+    ExpectRefusals({{operation, LR"({"feature_name":7})", L"'feature_name' is required."},
+                    {operation, LR"({"feature_name":"Extrude 9"})", unknown}});
 }
 
 }  // namespace

@@ -1,17 +1,24 @@
-// The revolve operation: solids, arguments, element tree, failures.
+// The revolve operation: solids, arguments, element tree; and its axis: which line of a sketch becomes it,
+// when one is added, and when the revolve gives up.
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
+#include <tuple>
 
+#include "addin/ops/feature/revolve_centerline.h"
 #include "addin/text/format.h"
 #include "addin/text/utf8.h"
 #include "tests/operations/feature_test.h"
+#include "tests/support/captured_log.h"
 
 namespace vek::support {
 namespace {
 
 using std::numbers::pi;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 constexpr const wchar_t* kRevolve = L"api_feature_revolve";
 
@@ -44,19 +51,12 @@ class RevolveOperation : public FeatureTest {
 };
 
 TEST_F(RevolveOperation, TurnsTheSectionAboutItsCenterline) {
-  const struct {
-    double angle;
-    const wchar_t* direction;
-    int side;
-    bench::Box outline;
-  } cases[] = {
+  const std::tuple<double, const wchar_t*, int, bench::Box> cases[] = {
       {90, L"", -1, kQuarterDown},
       {90, L"Negative", 1, kQuarterUp},
-      {90, L"positive", -1, kQuarterDown},
       {180, L"NEGATIVE", 1, {{-kOuter, 0, 0}, {kOuter, kHeight, kOuter}}},
       {360, L"", -1, {{-kOuter, 0, -kOuter}, {kOuter, kHeight, kOuter}}},
-      {360, L"negative", 1, {{-kOuter, 0, -kOuter}, {kOuter, kHeight, kOuter}}},
-  };
+      {360, L"negative", 1, {{-kOuter, 0, -kOuter}, {kOuter, kHeight, kOuter}}}};
   for (const SketchFrame& frame : {kFront, kTop, kRight}) {
     const std::wstring sketch = frame.plane + std::wstring(L"_RING");
     DrawRing(sketch, frame);
@@ -71,47 +71,18 @@ TEST_F(RevolveOperation, TurnsTheSectionAboutItsCenterline) {
   }
 }
 
-TEST_F(RevolveOperation, AnAxisDrawnDownwardsTurnsTheOtherWay) {
+TEST_F(RevolveOperation, AnAxisDrawnDownwardsTurnsTheOtherWayAndInchesAreTheSameMillimetres) {
+  Current().length_unit = bench::LengthUnit::kInch;
   DrawRing(L"S", kFront, -1);
   Succeed(kRevolve, LR"({"sketch_name":"S","angle_deg":90})");
   ExpectSolid(kFront, Ring(90, 1), kQuarterUp);
-}
-
-TEST_F(RevolveOperation, ACircleMakesATorus) {
-  NewSketch(L"S", L"FRONT");
-  DrawCircle(L"S");
-  DrawAxis(L"S");
-  Succeed(kRevolve, LR"({"sketch_name":"S"})");
-  // Pappus: the centre goes round 2π × 4, the circle's area is π.
-  ExpectSolid(kFront, {8 * pi * pi, {0, 0, 0}}, {{-5, -1, -5}, {5, 1, 5}});
-}
-
-TEST_F(RevolveOperation, ACutTakesTheRingAway) {
-  Rectangle(L"SLAB", L"TOP", -10, -10, 10, 10);
-  Succeed(L"api_feature_extrude", LR"({"sketch_name":"SLAB","distance_mm":4})");
-  DrawRing(L"S", kFront);
-  Succeed(kRevolve, LR"({"sketch_name":"S","angle_deg":90,"operation":"cut","direction":"negative"})");
-  // The slab is 20 × 4 × 20 about the axis, from t = 0 to 4.
-  const bench::Box slab{{-10, 0, -10}, {10, 4, 10}};
-  ExpectSolid(kFront, BoxPiece(slab.low, slab.high) - Ring(90, 1), slab);
-}
-
-TEST_F(RevolveOperation, APartInInchesHasTheSameMillimetres) {
-  Current().length_unit = bench::LengthUnit::kInch;
-  DrawRing(L"S", kFront);
-  Succeed(kRevolve, LR"({"sketch_name":"S","angle_deg":90})");
-  ExpectSolid(kFront, Ring(90, -1), kQuarterDown);
 }
 
 TEST_F(RevolveOperation, AnswersAndHistoryAndTreeFollowTheArguments) {
   DrawRing(L"S", kFront);
   ClearHistory();
   const auto result = Run(kRevolve, LR"({"sketch_name":"s","angle_deg":22.75})");
-  EXPECT_TRUE(result.success);
-  EXPECT_EQ(result.message, L"Revolve 'Revolve 1' created from 's' (22.8 deg).");
-  EXPECT_EQ(result.dataJson, LR"({"feature_name":"Revolve 1"})");
-  ASSERT_EQ(UndoStack().size(), 1u);
-  EXPECT_EQ(UndoStack().back().label, L"Create Revolve 1");
+  ExpectCreated(result, L"Revolve 1", L"Revolve 'Revolve 1' created from 's' (22.8 deg).");
   EXPECT_EQ(TreeOf(FeatureNamed(L"Revolve 1")),
             "386(387=917 388=2 1956=917 2023=-1 3176=0 447 436=-1 3280=1 "
             "6(437(439=262144) 438(440=4194304 442=22.75)))");
@@ -126,45 +97,199 @@ TEST_F(RevolveOperation, AnswersAndHistoryAndTreeFollowTheArguments) {
 TEST_F(RevolveOperation, ArgumentsAreCheckedInTheirOrder) {
   DrawRing(L"S", kFront);
   const wchar_t* const angle = L"'angle_deg' must be greater than 0.";
-  ExpectRefusals({
-      {kRevolve, LR"({"angle_deg":0})", L"'sketch_name' is required."},
-      {kRevolve, LR"({"sketch_name":"?","angle_deg":0,"operation":"odd"})", angle},
-      {kRevolve, LR"({"sketch_name":"?","angle_deg":-90})", angle},
-      {kRevolve, LR"({"sketch_name":"?","angle_deg":nan})", angle},
-      {kRevolve, LR"({"sketch_name":"?","operation":"odd"})",
-       L"Unsupported operation 'odd'. Use 'join' or 'cut'."},
-      {kRevolve, LR"({"sketch_name":"?"})",
-       L"Sketched curve feature '?' not found. Create/commit it with api_sketch_* first."},
-      // An angle without an end passes here and is the host's to refuse.
-      {kRevolve, LR"({"sketch_name":"S","angle_deg":1e999})", L"Failed to set revolve angle."},
-  });
+  ExpectRefusals({{kRevolve, LR"({"angle_deg":0})", L"'sketch_name' is required."},
+                  {kRevolve, LR"({"sketch_name":"?","angle_deg":0,"operation":"odd"})", angle},
+                  {kRevolve, LR"({"sketch_name":"?","angle_deg":nan})", angle},
+                  {kRevolve, LR"({"sketch_name":"?","operation":"odd"})",
+                   L"Unsupported operation 'odd'. Use 'join' or 'cut'."},
+                  {kRevolve, LR"({"sketch_name":"?"})",
+                   L"Sketched curve feature '?' not found. Create/commit it with api_sketch_* first."},
+                  // An angle without an end passes here and is the host's to refuse.
+                  {kRevolve, LR"({"sketch_name":"S","angle_deg":1e999})", L"Failed to set revolve angle."}});
 }
 
 TEST_F(RevolveOperation, WhatTheHostRefusesLeavesTheModelAsItWas) {
   DrawRing(L"S", kFront);
-  Rectangle(L"ACROSS", L"FRONT", -1, 0, 2, 3);
-  DrawAxis(L"ACROSS");
   ExpectHostRefusal(kRevolve, L"S", LR"(,"angle_deg":400)");
   ExpectHostRefusal(kRevolve, L"S", LR"(,"operation":"cut")");
-  ExpectHostRefusal(kRevolve, L"ACROSS", L"");
 }
 
-TEST_F(RevolveOperation, EachRowThatFailsHasItsMessage) {
-  DrawRing(L"S", kFront);
-  ExpectFailures(kRevolve, LR"({"sketch_name":"S"})",
-                 {
-                     {"ProElementAlloc", 1, L"Failed to allocate revolve element tree."},
-                     {"ProElementAlloc", 2, L"Failed to populate revolve feature type elements."},
-                     {"ProElementIntegerSet", 5, L"Failed to populate revolve feature type elements."},
-                     {"ProElementAlloc", 7, L"Failed to add revolve section element."},
-                     {"ProElementIntegerSet", 6, L"Failed to set revolve direction."},
-                     {"ProElementIntegerSet", 7, L"Failed to set revolve axis option."},
-                     {"ProElementAlloc", 10, L"Failed to set revolve angle."},
-                     {"ProElementDoubleSet", 1, L"Failed to set revolve angle."},
-                     {"ProSelectionAlloc", 1, L"Failed to select the active part for feature creation."},
-                     {"ProFeatureSketchedWithOptionsCreate", 1,
-                      L"Creo could not create the feature from sketch 'S' (status=-8, errors=0)."},
-                 });
+constexpr const wchar_t* kNoAxis =
+    L"Revolve requires a sketch centerline axis. Draw the axis with api_sketch_line_two_points using "
+    L"\"construction\": true or \"centerline\": true (Creo maps both to a centerline).";
+
+struct Segment {
+  double x1, y1, x2, y2;
+};
+
+class RevolveAxis : public FeatureTest {
+ protected:
+  // A new sketch, which the helpers below speak of.
+  void DrawLines(const std::vector<Segment>& lines, const std::vector<Segment>& construction) {
+    sketch_ = Format(L"S%d", ++sketches_);
+    NewSketch(sketch_, L"XY");
+    const auto add = [this](const std::vector<Segment>& segments, const wchar_t* kind) {
+      for (const auto& [x1, y1, x2, y2] : segments)
+        Draw(L"api_sketch_polyline", sketch_,
+             Format(LR"("points":[[%g,%g],[%g,%g]],"construction":%s)", x1, y1, x2, y2, kind));
+    };
+    add(lines, L"false");
+    add(construction, L"true");
+  }
+
+  CreoMcpOperationResult Prepare(const std::wstring& arguments) {
+    feature::FeatureInfo sketch;
+    EXPECT_TRUE(feature::FeatureLookup(bench::Handle(Current()), sketch_, sketch, true).success);
+    return feature::PrepareRevolveCenterline(sketch, arguments);
+  }
+
+  std::vector<bench::SectionEntity> EntitiesOf(Pro2dEntType type) {
+    std::vector<bench::SectionEntity> entities;
+    for (const auto& [id, entity] : FeatureNamed(sketch_)->section->entities)
+      if (entity.type == type) entities.push_back(entity);
+    return entities;
+  }
+  std::size_t CountOf(Pro2dEntType type) { return EntitiesOf(type).size(); }
+
+  void ExpectAxis(const Segment& segment) {
+    const auto axes = EntitiesOf(PRO_2D_CENTER_LINE);
+    ASSERT_EQ(axes.size(), 1u);
+    EXPECT_THAT(axes[0].first, ElementsAre(segment.x1, segment.y1));
+    EXPECT_THAT(axes[0].second, ElementsAre(segment.x2, segment.y2));
+  }
+
+  std::wstring sketch_;
+  int sketches_ = 0;
+};
+
+constexpr Segment kVertical{0, -5, 0, 5};
+constexpr Segment kSecondVertical{-1, -5, -1, 5};
+constexpr Segment kHorizontal{-5, -8, 5, -8};
+
+TEST_F(RevolveAxis, ALineIsPromotedByItsKindItsDirectionOrItsNumber) {
+  const std::tuple<std::vector<Segment>, std::vector<Segment>, const wchar_t*, Segment> cases[] = {
+      // Nothing is asked for: the first construction line.
+      {{kHorizontal}, {kVertical, kHorizontal}, L"{}", kVertical},
+      // A word or a direction looks for a line that lies so.
+      {{}, {kVertical, kHorizontal}, LR"({"axis":" x "})", kHorizontal},
+      {{}, {kHorizontal, kVertical}, LR"({"axis":"Y"})", kVertical},
+      {{}, {kHorizontal, kVertical}, LR"({"axis_direction":[0,0,-2]})", kVertical},
+      // A word goes before a direction.
+      {{}, {kVertical, kHorizontal}, LR"({"axis":"X","axis_direction":[0,1]})", kHorizontal},
+      {{kHorizontal}, {kVertical, kSecondVertical}, LR"({"axis_direction":[1,0]})", kVertical},
+      // By number, among the construction lines; with no direction the first of them already fits.
+      {{}, {kVertical, kSecondVertical}, LR"({"axis":"A:2","axis_direction":[1,0]})", kSecondVertical},
+      {{}, {kVertical, kSecondVertical}, LR"({"axis":" l:2 ","axis_direction":[1,0]})", kSecondVertical},
+      // By number, among the lines, when none is a construction line.
+      {{kHorizontal, kVertical}, {}, LR"({"axis":"L:2"})", kVertical},
+      {{kHorizontal, kVertical}, {kSecondVertical}, LR"({"axis":"L:2"})", kSecondVertical}};
+  for (const auto& [lines, construction, arguments, promoted] : cases) {
+    SCOPED_TRACE(EncodeUtf8(arguments));
+    DrawLines(lines, construction);
+    const std::size_t before = CountOf(PRO_2D_LINE);
+    const auto result = Prepare(arguments);
+    EXPECT_TRUE(result.success) << EncodeUtf8(result.message);
+    EXPECT_EQ(result.dataJson, L"null");
+    ExpectAxis(promoted);
+    EXPECT_EQ(CountOf(PRO_2D_LINE), before - 1);
+  }
+}
+
+TEST_F(RevolveAxis, ASketchWithoutALineIsGivenAnAxisThatIsAskedFor) {
+  constexpr Segment kUp{0, -50, 0, 50};
+  constexpr Segment kAcross{-50, 0, 50, 0};
+  // In model units, not millimetres.
+  Current().length_unit = bench::LengthUnit::kInch;
+  const std::tuple<const wchar_t*, Segment> cases[] = {{LR"({"axis":"?"})", kUp},
+                                                       {LR"({"axis":"X","axis_direction":[0,1]})", kAcross},
+                                                       {LR"({"axis_direction":[1,1]})", kUp},
+                                                       {LR"({"axis_direction":[-2,1,-1]})", kAcross},
+                                                       {LR"({"axis_direction":[1,0,-2]})", kUp},
+                                                       // A direction counts beside every word but X.
+                                                       {LR"({"axis":"?","axis_direction":[1,0]})", kAcross},
+                                                       {LR"({"axis":"?","axis_direction":[1]})", kUp}};
+  for (const auto& [arguments, injected] : cases) {
+    SCOPED_TRACE(EncodeUtf8(arguments));
+    DrawLines({}, {});
+    ClearCapturedLog();
+    const auto result = Prepare(arguments);
+    EXPECT_TRUE(result.success) << EncodeUtf8(result.message);
+    ExpectAxis(injected);
+    EXPECT_EQ(CountCaptured(L"Feature Revolve: injecting centerline from axis / axis_direction"), 1);
+  }
+}
+
+TEST_F(RevolveAxis, ASketchWithACenterlineIsLeftAlone) {
+  DrawLines({}, {kHorizontal});
+  DrawAxis(sketch_);
+  const auto mark = host().journal.Mark();
+  EXPECT_TRUE(Prepare(LR"({"axis":"X","axis_direction":[1,0]})").success);
+  ExpectAxis(kVertical);
+  EXPECT_EQ(CountOf(PRO_2D_LINE), 1u);
+  EXPECT_THAT(CallsSince(mark, {"ProSectionRegenerate", "ProFeatureWithoptionsRedefine"}), IsEmpty());
+}
+
+TEST_F(RevolveAxis, ThePreparationLogsItsWay) {
+  DrawLines({}, {kVertical});
+  ClearCapturedLog();
+  EXPECT_TRUE(Prepare(L"{}").success);
+  // The line has the id behind that of the point that each sketch starts with.
+  EXPECT_EQ(CountCaptured(L"Feature Revolve: promoting entity id=2 to centerline"), 1);
+  EXPECT_EQ(CountCaptured(L"Feature Revolve: section regen after centerline status=0 errCount=0"), 1);
+  EXPECT_EQ(CountCaptured(Format(L"Feature Revolve: sketch redefine status=0 errCount=0 featId=%d",
+                                 FeatureNamed(sketch_)->id)),
+            1);
+}
+
+TEST_F(RevolveAxis, WithNoLineAndNoWishTheSketchStaysAsItIs) {
+  for (const wchar_t* arguments : {L"{}", LR"({"axis_direction":[1]})", LR"({"axis":""})"}) {
+    DrawLines({kVertical}, {});
+    const auto result = Prepare(arguments);
+    EXPECT_FALSE(result.success);
+    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(kNoAxis));
+    EXPECT_EQ(CountOf(PRO_2D_LINE), 1u);
+    EXPECT_EQ(CountOf(PRO_2D_CENTER_LINE), 0u);
+  }
+}
+
+TEST_F(RevolveAxis, APromotionThatFailsGivesWayToAnAddedAxis) {
+  for (const char* call : {"ProSectionEntityDelete", "ProSectionEntityAdd"}) {
+    DrawLines({}, {kHorizontal});
+    faults().Fail(call, PRO_TK_GENERAL_ERROR);
+    EXPECT_TRUE(Prepare(LR"({"axis":"Y"})").success) << call;
+    ExpectAxis({0, -50, 0, 50});
+  }
+}
+
+TEST_F(RevolveAxis, ARevolvePreparesItsAxisAndKeepsItWhenItFails) {
+  DrawLines({}, {kVertical});
+  DrawCircle(sketch_);
+  // The section holds, the axis doesn't: a turn of 400 degrees is the host's to refuse.
+  Run(L"api_feature_revolve", Format(LR"({"sketch_name":"%s","angle_deg":400})", sketch_));
+  ExpectAxis(kVertical);
+  Succeed(L"api_feature_revolve", Format(LR"({"sketch_name":"%s"})", sketch_));
+  // A torus by Pappus: 2π × 4 round, and π across.
+  EXPECT_NEAR(Volume(), 8 * 3.14159265358979 * 3.14159265358979, 1e-4);
+}
+
+TEST(AxisMatchesLine, HoldsALineAgainstAWordOrADirection) {
+  using Numbers = std::vector<double>;
+  constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+  const std::tuple<Segment, const wchar_t*, Numbers, bool> cases[] = {
+      {{0, 0, kNan, 0}, L"", {}, false},
+      {{0, 0, 1, 2}, L"Y", {}, true},
+      {{0, 0, 2, 1}, L"Y", {}, false},
+      {{0, 0, 1, 2}, L"X", {1, 0}, false},
+      {{0, 0, 1, 2}, L"", {0, 0}, true},
+      {{0, 0, 1, 2}, L"", {kNan, 0}, true},
+      {{0, 0, 1, 1}, L"", {1, -1, 1}, false},
+      {{0, 0, 1, 1}, L"", {1, -1, 2}, true},
+      // 0.7 is the cosine of 45.6 degrees: a line at 45 matches, one at 46 doesn't.
+      {{0, 0, 1, 1}, L"", {0, -4}, true},
+      {{0, 0, 1.0355, 1}, L"", {0, 1}, false}};
+  for (const auto& [line, axis, direction, matches] : cases)
+    EXPECT_EQ(feature::AxisMatchesLine(line.x1, line.y1, line.x2, line.y2, axis, direction), matches)
+        << line.x2 << ' ' << line.y2 << ' ' << EncodeUtf8(axis);
 }
 
 }  // namespace

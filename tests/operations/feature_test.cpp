@@ -1,5 +1,6 @@
 #include "tests/operations/feature_test.h"
 
+#include <algorithm>
 #include <variant>
 
 #include "addin/text/format.h"
@@ -62,6 +63,16 @@ FeatureTest::ModelState FeatureTest::State() {
   return state;
 }
 
+void FeatureTest::ExpectCreated(const CreoMcpOperationResult& result, const std::wstring& name,
+                                const std::wstring& message) {
+  EXPECT_TRUE(result.success);
+  EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
+  EXPECT_EQ(result.dataJson, Format(LR"({"feature_name":"%s"})", name));
+  ASSERT_EQ(UndoStack().size(), 1u);
+  EXPECT_EQ(UndoStack().back().label, L"Create " + name);
+  ClearHistory();
+}
+
 void FeatureTest::ExpectRefusals(const std::vector<Refusal>& refusals) {
   const ModelState before = State();
   for (const auto& [operation, arguments, message] : refusals) {
@@ -71,16 +82,56 @@ void FeatureTest::ExpectRefusals(const std::vector<Refusal>& refusals) {
   }
 }
 
+// What the first and the last steps of every operation answer, which have tests of their own.
+static bool IsAnswerOfAny(const std::string& message) {
+  return message == "No active Creo document." || message == "Failed to determine active document type." ||
+         message == "Failed to visit features (status=-8)." ||
+         message == "Failed to select the active part for feature creation." ||
+         message == "Failed to allocate feature create options." ||
+         message.find("' not found.") != std::string::npos;
+}
+
 void FeatureTest::ExpectFailures(const std::wstring& operation, const std::wstring& arguments,
-                                 const std::vector<FailingCall>& calls) {
-  const ModelState before = State();
-  for (const auto& [call, occurrence, message] : calls) {
-    SCOPED_TRACE(std::string(call) + " " + std::to_string(occurrence));
+                                 const std::vector<std::wstring>& messages, std::size_t staying,
+                                 const std::function<void()>& prepare) {
+  std::vector<std::string> calls, told;
+  // The first run is without a failure and gives the calls.
+  for (std::size_t number = 0; number <= calls.size(); ++number) {
+    SCOPED_TRACE(EncodeUtf8(operation) + " call " + std::to_string(number) +
+                 (number > 0 ? " " + calls[number - 1] : ""));
+    prepare();
+    const ModelState before = State();
+    const auto mark = host().journal.Mark();
+    if (number > 0) faults().FailNumber(static_cast<int>(number), PRO_TK_BAD_CONTEXT);
+    const auto result = Run(operation, arguments);
     faults().Clear();
-    faults().Fail(call, PRO_TK_BAD_CONTEXT, occurrence);
-    ExpectFailure(operation, arguments, message);
-    EXPECT_EQ(State(), before);
+    EXPECT_FALSE(result.message.empty());
+    EXPECT_TRUE(host().ledger.Outstanding().empty());
+    EXPECT_TRUE(host().ledger.Violations().empty());
+    if (number == 0) {
+      ASSERT_TRUE(result.success) << EncodeUtf8(result.message);
+      calls = CallsSince(mark);
+      std::erase_if(calls, [](const std::string& call) { return call.ends_with("Free"); });
+    }
+    if (!result.success) {
+      if (staying == 0) {
+        EXPECT_EQ(State(), before) << EncodeUtf8(result.message);
+      }
+      EXPECT_LE(Current().features.size(), before.features.size() + staying);
+      EXPECT_EQ(UndoStack().size(), before.undo_steps);
+      const std::string message = EncodeUtf8(result.message);
+      if (!IsAnswerOfAny(message) && !std::ranges::count(told, message)) told.push_back(message);
+    }
+    while (Current().features.size() > before.features.size()) {
+      const bench::Feature& newest = *Current().features.back();
+      Delete(newest.name.empty() ? Format(L"%s_%d", feature::FeatureTypeWord(newest.type), newest.id)
+                                 : std::wstring(newest.name));
+      if (HasFailure()) return;
+    }
   }
+  std::vector<std::string> expected;
+  for (const std::wstring& message : messages) expected.push_back(EncodeUtf8(message));
+  EXPECT_EQ(told, expected);
 }
 
 void FeatureTest::ExpectHostRefusal(const std::wstring& operation, const std::wstring& sketch,

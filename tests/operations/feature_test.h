@@ -2,6 +2,7 @@
 // it, and looks at what came of an operation.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,13 +18,6 @@ namespace vek::support {
 struct Refusal {
   const wchar_t* operation;
   const wchar_t* arguments;
-  const wchar_t* message;
-};
-
-// A toolkit call that fails, and what the operation says then.
-struct FailingCall {
-  const char* call;
-  int occurrence;
   const wchar_t* message;
 };
 
@@ -52,12 +46,31 @@ class FeatureTest : public OperationTest {
     bool operator==(const ModelState&) const = default;
   };
   ModelState State();
+  // One new feature, told, and as the only step of the history, which is forgotten.
+  void ExpectCreated(const CreoMcpOperationResult& result, const std::wstring& name,
+                     const std::wstring& message);
   void ExpectRefusals(const std::vector<Refusal>& refusals);
-  // The operation with each of those calls failing with -8. Nothing may change.
-  void ExpectFailures(const std::wstring& operation, const std::wstring& arguments,
-                      const std::vector<FailingCall>& calls);
+  // Runs the operation once for each of its toolkit calls, with that call failing with -8. `messages` are
+  // what the failures tell, each once, in the order of the calls; what every operation may answer is left
+  // out. Each failure leaves the part as it was, but for `staying` features, and nothing is kept of what was
+  // taken. `prepare` comes before each run.
+  void ExpectFailures(
+      const std::wstring& operation, const std::wstring& arguments, const std::vector<std::wstring>& messages,
+      std::size_t staying = 0, const std::function<void()>& prepare = [] {});
   // The host refuses the feature, with one error, a log line and numbers of its own.
   void ExpectHostRefusal(const std::wstring& operation, const std::wstring& sketch, const std::wstring& more);
+};
+
+// A block from the origin to (40, 20, 10).
+class FeatureOnABlock : public FeatureTest {
+ protected:
+  void SetUp() override {
+    FeatureTest::SetUp();
+    block_ = Block(40, 20, 10);
+    ClearHistory();
+  }
+
+  std::wstring block_;
 };
 
 // A feature's tree in the form `id=value(children)`, without what the host keeps under the section element. A

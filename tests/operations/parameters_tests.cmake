@@ -1,1 +1,1 @@
-set(parameters_tests parameters_test.cpp parameters_failures_test.cpp)
+set(parameters_tests parameters_test.cpp)

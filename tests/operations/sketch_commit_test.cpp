@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "addin/ops/common/history.h"
+#include "addin/text/format.h"
 #include "addin/text/utf8.h"
 #include "tests/operations/sketch_fixture.h"
 #include "tests/support/captured_log.h"
@@ -20,11 +21,8 @@ TEST_F(SketchCommit, SoftFailuresAreAnsweredWithTheOtherFormOfReferences) {
       {"ProSelectionAlloc", 1, L"Sketch Commit: plane ProSelectionAlloc FAILED", false},
       {"ProSelectionAlloc", 2, L"Sketch Commit: orient ProSelectionAlloc FAILED", false},
       {"ProMdlToModelitem", 1, L"Sketch Commit: model selection FAILED", false},
-      {"ProSelectionAlloc", 3, L"Sketch Commit: model selection FAILED", false},
-      {"ProElempathAlloc", 1, L"Sketch Commit: ProElemtreeElementGet PRO_E_SKETCHER status=-10", true},
       {"ProElemtreeElementGet", 1, L"Sketch Commit: ProElemtreeElementGet PRO_E_SKETCHER status=-10", true},
-      {"ProElementSpecialvalueGet", 1, L"Sketch Commit: ProElementSpecialvalueGet status=-10", true},
-  };
+      {"ProElementSpecialvalueGet", 1, L"Sketch Commit: ProElementSpecialvalueGet status=-10", true}};
   for (const auto& [call, occurrence, line, had_incomplete_feature] : cases) {
     SCOPED_TRACE(call);
     SCOPED_TRACE(occurrence);
@@ -84,22 +82,14 @@ TEST_F(SketchCommit, HardFailuresEndAtOnce) {
     bool silent = false;  // a good status with nothing behind it
   } cases[] = {
       {"ProElementAlloc", 1, tree, L"Sketch Commit: BuildSketchElementTree FAILED", false},
-      {"ProElementIntegerSet", 4, tree, L"Sketch Commit: BuildSketchElementTree FAILED", false},
-      {"ProSelectionToReference", 2, tree, L"Sketch Commit: BuildSketchElementTree FAILED", false},
-      {"ProElementReferenceSet", 1, tree, L"Sketch Commit: BuildSketchElementTree FAILED", false},
       {"ProElemtreeElementAdd", 9, tree, L"Sketch AddRefToParent: id=455 ElementAdd status=-10", false},
-      {"ProArrayAlloc", 1, create, nullptr, false},
       {"ProFeatureWithoptionsCreate", 1, create, L"Sketch Commit: create status=-10 errCount=0 featId=0",
        false},
       {"ProFeatureElemtreeExtract", 1, extract, L"Sketch Commit: extract status=-10", true},
       {"ProSectionEntityGet", 1, copy, L"Sketch Transfer: EntityGet failed id=1", true},
       {"ProSectionEntityAdd", 2, copy, L"Sketch Transfer: EntityAdd failed", true},
-      {"ProSelectionAlloc", 1, tree, nullptr, false, true},
-      {"ProSelectionAlloc", 2, tree, nullptr, false, true},
       {"ProFeatureElemtreeExtract", 1, extract, L"Sketch Commit: extract status=0", true, true},
-      {"ProSectionEntityGet", 1, copy, L"Sketch Transfer: EntityGet failed id=1", true, true},
-      {"ProFeatureWithoptionsRedefine", 1, redefine, L"Sketch Commit: redefine status=-10 errCount=0", true},
-  };
+      {"ProFeatureWithoptionsRedefine", 1, redefine, L"Sketch Commit: redefine status=-10 errCount=0", true}};
   std::size_t entities = 1;
   for (const auto& each : cases) {
     SCOPED_TRACE(each.call);
@@ -112,9 +102,7 @@ TEST_F(SketchCommit, HardFailuresEndAtOnce) {
       faults().Fail(each.call, -10, each.occurrence);
     const auto result = DrawPoint(L"S");
     EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(each.message));
-    if (each.line != nullptr) {
-      EXPECT_EQ(CountCaptured(each.line), 1) << EncodeUtf8(each.line);
-    }
+    EXPECT_EQ(CountCaptured(each.line), 1) << EncodeUtf8(each.line);
     EXPECT_EQ(CountCaptured(kRetry), 0);
     EXPECT_EQ(CountCaptured(kCleaning), each.had_incomplete_feature ? 1 : 0);
     EXPECT_EQ(UndoStack().size(), history);
@@ -127,52 +115,32 @@ TEST_F(SketchCommit, HardFailuresEndAtOnce) {
   }
 }
 
-TEST_F(SketchCommit, ASectionThatDoesNotRegenerateIsLeftToTheRedefinition) {
+TEST_F(SketchCommit, AnEntityThatCreoRefusesStays) {
   faults().Fail("ProSectionRegenerate", -1);
-  EXPECT_TRUE(DrawPoint(L"S").success);
+  EXPECT_TRUE(DrawPoint(L"S").success) << "that is left to the redefinition";
   EXPECT_EQ(CountCaptured(L"Sketch Commit: ProSectionRegenerate status=-1"), 1);
   EXPECT_EQ(CountCaptured(L"Sketch Commit: regenerate non-zero; continuing to redefine"), 1);
-}
-
-TEST_F(SketchCommit, AnEntityThatCreoRefusesStays) {
   const auto line = Run(L"api_sketch_line_two_points", LR"({"sketch_name":"S","x1":1,"y1":1,"x2":1,"y2":1})");
   EXPECT_EQ(line.message, L"Sketch feature created but Creo could not complete it (redefine failed).");
   EXPECT_EQ(CountCaptured(L"Sketch Commit: section error count=1"), 1);
-  ExpectUncommitted(2);
-}
-
-TEST_F(SketchCommit, TheFreesComeInOrderAlsoAfterAFailure) {
-  const std::vector<std::string> watched = {"ProFeatureDelete", "ProWindowRepaint",       "ProArrayFree",
-                                            "ProElementFree",   "ProFeatureElemtreeFree", "ProSelectionFree",
-                                            "ProReferenceFree"};
-  // The extracted tree of a feature that is gone is freed as an element, before the tree that was built.
-  faults().Fail("ProFeatureWithoptionsRedefine", -1);
-  const auto mark = host().journal.Mark();
-  EXPECT_FALSE(DrawPoint(L"S").success);
-  EXPECT_EQ(CallsSince(mark, watched),
-            (std::vector<std::string>{"ProFeatureDelete", "ProWindowRepaint",  // the last commit's
-                                      "ProFeatureDelete", "ProWindowRepaint",  // the incomplete one
-                                      "ProArrayFree", "ProElementFree", "ProElementFree", "ProSelectionFree",
-                                      "ProSelectionFree", "ProSelectionFree", "ProReferenceFree",
-                                      "ProReferenceFree"}));
+  ExpectUncommitted(3);
 }
 
 TEST_F(SketchCommit, CommitLogsItsWay) {
   EXPECT_TRUE(DrawPoint(L"S").success);
-  for (const wchar_t* line : {
-           L"Sketch Commit BEGIN name='S' entities=2 hasSection=1 hasFeature=1 plane='FRONT'",
-           L"Sketch Commit: building incomplete tree (plane only, no sketcher)",
-           L"Sketch AddRefToParent: id=451 ElementAdd status=0",
-           L"Sketch AddRefToParent: id=455 ElementAdd status=0",
-           L"Sketch Commit: ProFeatureWithoptionsCreate INCOMPLETE_FEAT",
-           L"Sketch Commit: ProFeatureElemtreeExtract",
-           L"Sketch Commit: got Creo-provided PRO_E_SKETCHER section",
-           L"Sketch Commit: copying session entities into Creo section",
-           L"Sketch Commit: ProSectionRegenerate status=0",
-           L"Sketch Commit: ProFeatureWithoptionsRedefine NO_OPTS",
-           L"Sketch Commit: redefine status=0 errCount=0",
-           L"Sketch Commit END name='S' success=true hasFeature=1 message=Sketch committed.",
-       })
+  for (const wchar_t* line :
+       {L"Sketch Commit BEGIN name='S' entities=2 hasSection=1 hasFeature=1 plane='FRONT'",
+        L"Sketch Commit: building incomplete tree (plane only, no sketcher)",
+        L"Sketch AddRefToParent: id=451 ElementAdd status=0",
+        L"Sketch AddRefToParent: id=455 ElementAdd status=0",
+        L"Sketch Commit: ProFeatureWithoptionsCreate INCOMPLETE_FEAT",
+        L"Sketch Commit: ProFeatureElemtreeExtract",
+        L"Sketch Commit: got Creo-provided PRO_E_SKETCHER section",
+        L"Sketch Commit: copying session entities into Creo section",
+        L"Sketch Commit: ProSectionRegenerate status=0",
+        L"Sketch Commit: ProFeatureWithoptionsRedefine NO_OPTS",
+        L"Sketch Commit: redefine status=0 errCount=0",
+        L"Sketch Commit END name='S' success=true hasFeature=1 message=Sketch committed."})
     EXPECT_EQ(CountCaptured(line), 1) << EncodeUtf8(line);
 }
 
@@ -190,17 +158,10 @@ TEST_F(SketchCommit, ANameThatCantBeSetAtAllFailsTheCommit) {
 TEST_F(SketchCommit, ANameTakenByAnotherFeatureIsRefused) {
   bench::Feature& other = *FeatureNamed(L"PRT_CSYS_DEF");
   other.name = L"s";
-  const auto mark = host().journal.Mark();
   EXPECT_EQ(DrawPoint(L"S").message,
             L"Cannot rename sketch feature to 'S': that name is already used by an existing feature (id=" +
                 std::to_wstring(other.id) + L"). Choose a different sketch name.");
   ExpectUncommitted(2);
-  // The tree goes while its feature is there; the old feature was deleted first of all.
-  const std::vector<std::string> expected = {"ProFeatureDelete", "ProFeatureElemtreeFree", "ProFeatureDelete",
-                                             "ProArrayFree", "ProElementFree"};
-  EXPECT_EQ(
-      CallsSince(mark, {"ProFeatureDelete", "ProFeatureElemtreeFree", "ProArrayFree", "ProElementFree"}),
-      expected);
 }
 
 TEST_F(SketchCommit, ANameTakenByAnotherSketchOfTheSessionIsRefused) {
@@ -219,12 +180,9 @@ TEST_F(SketchCommit, ANameTakenByAnotherSketchOfTheSessionIsRefused) {
 }
 
 TEST_F(SketchCommit, SixtyLinesOneByOne) {
-  for (int i = 0; i < 60; ++i) {
-    const auto label =
-        Draw(L"api_sketch_line_two_points", L"S",
-             L"\"x1\":" + std::to_wstring(i) + L",\"x2\":" + std::to_wstring(i) + L",\"y2\":5");
-    ASSERT_EQ(label, L"L:" + std::to_wstring(i + 1));
-  }
+  for (int i = 0; i < 60; ++i)
+    ASSERT_EQ(Draw(L"api_sketch_line_two_points", L"S", Format(LR"("x1":%d,"x2":%d,"y2":5)", i, i)),
+              Format(L"L:%d", i + 1));
   EXPECT_EQ(Section(L"S").entities.size(), 61u);
   ExpectEnds(Entity(L"S", 61), PRO_2D_LINE, {59, 0}, {59, 5});
   EXPECT_EQ(Current().features.size(), features_before_);

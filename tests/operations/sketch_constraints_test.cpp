@@ -13,8 +13,6 @@
 namespace vek::support {
 namespace {
 
-using testing::ElementsAre;
-
 constexpr double kPi = std::numbers::pi;
 constexpr const wchar_t* kConstrain = L"api_sketch_constraint_add";
 constexpr const wchar_t* kDimension = L"api_sketch_dimension_add";
@@ -30,10 +28,6 @@ class SketchConstraints : public CommittedSketchTest {
     Draw(L"api_sketch_line_two_points", L"S",
          Format(LR"("x1":%s,"y1":%s,"x2":%s,"y2":%s)", Number(x1), Number(y1), Number(x2), Number(y2)));
   }
-  void Circle(double x, double y, double radius) {
-    Draw(L"api_sketch_circle_center_radius", L"S",
-         Format(LR"("cx":%s,"cy":%s,"radius":%s)", Number(x), Number(y), Number(radius)));
-  }
   void Constrain(const std::wstring& type, const std::wstring& first, const std::wstring& second = {}) {
     Succeed(kConstrain,
             InSketch(Format(LR"("type":"%s","entity1":"%s","entity2":"%s")", type, first, second)));
@@ -47,7 +41,7 @@ class SketchConstraints : public CommittedSketchTest {
   void DrawOneOfEach() {
     Line(20, 1, 40, 2);
     Line(20, 30, 30, 45);
-    Circle(60, 8, 5);
+    Draw(L"api_sketch_circle_center_radius", L"S", LR"("cx":60,"cy":8,"radius":5)");
     Draw(L"api_sketch_arc", L"S", LR"("cx":60,"cy":40,"radius":6,"sweep_angle_deg":90)");
     Draw(L"api_sketch_line_two_points", L"S", LR"("x1":-9,"y1":1,"x2":-9,"y2":9,"centerline":true)");
   }
@@ -74,9 +68,9 @@ class SketchConstraints : public CommittedSketchTest {
 
 TEST(EntityReferences, AreReadFromTexts) {
   const std::tuple<const wchar_t*, wchar_t, int, int> good[] = {
-      {L"L:1", L'L', 1, 1},        {L" l:12 ", L'L', 12, 1},      {L"Z:3", L'Z', 3, 1},
-      {L"L:2x", L'L', 2, 1},       {L"L:1:START", L'L', 1, 2},    {L"a:3:end", L'A', 3, 3},
-      {L"C:1:center", L'C', 1, 4}, {L"L:1:Midpoint", L'L', 1, 4}, {L"L:1:middle", L'L', 1, 4}};
+      {L" l:12 ", L'L', 12, 1},      {L"Z:3", L'Z', 3, 1},       {L"L:2x", L'L', 2, 1},
+      {L"L:1:START", L'L', 1, 2},    {L"a:3:end", L'A', 3, 3},   {L"C:1:center", L'C', 1, 4},
+      {L"L:1:Midpoint", L'L', 1, 4}, {L"L:1:middle", L'L', 1, 4}};
   for (const auto& [text, letter, index, point] : good) {
     SCOPED_TRACE(EncodeUtf8(text));
     sketch::EntityReference reference;
@@ -92,11 +86,8 @@ TEST(EntityReferences, AreReadFromTexts) {
       {L"L1", form},
       {L"L:1:start:end", form},
       {L"LL:1", L"Unknown entity type 'LL'."},
-      {L":1", L"Unknown entity type ''."},
       {L"L:0", L"Invalid entity index in 'L:0'."},
-      {L"L:one:start", L"Invalid entity index in 'L:one:start'."},
-      {L"L:1:Top", L"Unknown point specifier 'Top' in 'L:1:Top'."},
-      {L"L:1:", L"Unknown point specifier '' in 'L:1:'."}};
+      {L"L:1:Top", L"Unknown point specifier 'Top' in 'L:1:Top'."}};
   for (const auto& [text, message] : bad) {
     sketch::EntityReference reference;
     std::wstring error;
@@ -125,16 +116,11 @@ TEST_F(SketchConstraints, ArgumentsAreCheckedBeforeTheFeatureGoes) {
 TEST_F(SketchConstraints, AFailedAdditionTakesItsRecordAway) {
   DrawOneOfEach();
   const wchar_t* const second = L"'entity2' is required for this constraint type.";
-  const wchar_t* const needs_line = L"Linear dimension requires a line entity.";
   const wchar_t* const lines = L"Angular dimension requires two line entities.";
   const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
       {kConstrain, LR"("type":"coincident","entity1":"L:1")", second},
-      {kConstrain, LR"("type":"parallel","entity1":"L:1")", second},
-      {kConstrain, LR"("type":"perpendicular","entity1":"L:1")", second},
-      {kConstrain, LR"("type":"tangent","entity1":"L:1")", second},
       {kConstrain, LR"("type":"equal","entity1":"L:1")", second},
       {kConstrain, LR"("type":"horizontal","entity1":"LL:1")", L"Unknown entity type 'LL'."},
-      {kConstrain, LR"("type":"horizontal","entity1":"L:3")", L"Entity 'L:3' not found in sketch 'S'."},
       {kConstrain, LR"("type":"tangent","entity1":"L:1","entity2":"Q:1")",
        L"Entity 'Q:1' not found in sketch 'S'."},
       {kConstrain, LR"("type":"tangent","entity1":"L:1","entity2":"C:1:top")",
@@ -148,18 +134,13 @@ TEST_F(SketchConstraints, AFailedAdditionTakesItsRecordAway) {
        L"Unknown constraint type 'concentric'. Supported: horizontal, vertical, coincident, parallel, "
        L"perpendicular, tangent, equal."},
       {kConstrain, LR"("type":"horizontal","entity1":"C:1")", L"Failed to create constraint (status=-1)."},
-      {kConstrain, LR"("type":"equal","entity1":"L:1","entity2":"C:1")",
-       L"Failed to create constraint (status=-1)."},
-      {kDimension, LR"("entity":"C:1","value":5)", needs_line},
-      {kDimension, LR"("entity":"A:2","value":5)", needs_line},
+      {kDimension, LR"("entity":"C:1","value":5)", L"Linear dimension requires a line entity."},
       {kDimension, LR"("entity":"L:1","value":5,"type":"radial")",
        L"Radial dimension requires a circle or arc."},
       {kDimension, LR"("entity":"L:1:end","value":5,"type":"diameter")",
        L"Diameter dimension requires a circle or arc."},
       {kDimension, LR"("entity":"L:1","value":5,"type":"angular")",
        L"'entity2' is required for angular dimensions."},
-      {kDimension, LR"("entity":"L:1","value":5,"type":"angular","entity2":"L")",
-       L"Invalid entity reference. Use 'L:n', 'C:n', 'A:n', or 'L:n:start'."},
       {kDimension, LR"("entity":"L:1","value":5,"type":"angular","entity2":"A:2")", lines},
       {kDimension, LR"("entity":"A:2","value":5,"type":"angular","entity2":"L:1")", lines},
       {kDimension, LR"("entity":"E:1","value":5)", L"Entity 'E:1' not found in sketch 'S'."},
@@ -167,11 +148,7 @@ TEST_F(SketchConstraints, AFailedAdditionTakesItsRecordAway) {
        L"Unknown dimension type 'ordinate'. Supported: linear, radial, diameter, angular."},
       {kDimension, LR"("entity":"A:2","value":5,"type":"radial")",
        L"Failed to create dimension (status=-1)."},
-      {kDimension, LR"("entity":"L:1:start","value":5)", L"Failed to create dimension (status=-1)."},
-      {kDimension, LR"("entity":"L:1","value":0)", L"Failed to set dimension value (status=-1)."},
-      {kDimension, LR"("entity":"C:1","value":-1,"type":"diameter")",
-       L"Failed to set dimension value (status=-1)."},
-  };
+      {kDimension, LR"("entity":"L:1","value":0)", L"Failed to set dimension value (status=-1)."}};
   ClearHistory();
   for (const auto& [operation, arguments, message] : cases) {
     SCOPED_TRACE(EncodeUtf8(arguments));
@@ -194,11 +171,9 @@ TEST_F(SketchConstraints, TheHostIsGivenItsOwnNumbers) {
       {L"Vertical", L"L:2", L"L:1", "1, 2"},
       {L"coincident", L"L:1:end", L"L:2:start", "2, 0"},
       {L"coincident", L"P:1", L"L:1", "2, 3"},
-      {L"coincident", L"C:1", L"P:1", "2, 3"},
       {L"tangent", L"L:1", L"C:1", "2, 4"},
       {L"perpendicular", L"L:1", L"L:2", "2, 5"},
       {L"equal", L"C:1", L"A:1", "2, 6"},
-      {L"equal", L"L:1", L"A:1", "2, 8"},
       {L"equal", L"L:1", L"L:2", "2, 8"},
       {L"parallel", L"L:1", L"A:2", "2, 7"}};
   for (const auto& [type, first, second, told] : constraints) {
@@ -212,10 +187,10 @@ TEST_F(SketchConstraints, TheHostIsGivenItsOwnNumbers) {
   Session(L"S").constraints.clear();
   // The first entity, its point, how many entities, the type.
   const std::tuple<const wchar_t*, const wchar_t*, const char*> dimensions[] = {
-      {L"linear", L"L:1", "2, 1, 1, 1"},          {L"", L"L:1:start", "2, 2, 1, 2"},
-      {L"linear", L"L:2:end", "3, 3, 1, 2"},      {L"linear", L"A:2:middle", "6, 4, 1, 2"},
-      {L"linear", L"P:1", "1, 1, 1, 1"},          {L"radial", L"A:1:center", "5, 1, 1, 3"},
-      {L"diameter", L"C:1:center", "4, 1, 1, 4"}, {L"angular", L"L:1:start", "2, 1, 2, 12"}};
+      {L"linear", L"L:1", "2, 1, 1, 1"},        {L"", L"L:1:start", "2, 2, 1, 2"},
+      {L"linear", L"A:2:middle", "6, 4, 1, 2"}, {L"linear", L"P:1", "1, 1, 1, 1"},
+      {L"radial", L"A:1:center", "5, 1, 1, 3"}, {L"diameter", L"C:1:center", "4, 1, 1, 4"},
+      {L"angular", L"L:1:start", "2, 1, 2, 12"}};
   for (const auto& [type, entity, told] : dimensions) {
     SCOPED_TRACE(told);
     Session(L"S").dimensions.clear();
@@ -233,14 +208,11 @@ TEST_F(SketchConstraints, SuccessIsToldInTheWordsOfTheRequest) {
       {kConstrain, LR"("type":" Horizontal ","entity1":"l:1")", L"horizontal constraint on l:1 in 'S'."},
       {kConstrain, LR"("type":"vertical","entity1":"L:2","entity2":"any")",
        L"vertical constraint: L:2 / any in 'S'."},
-      {kConstrain, LR"("type":"equal","entity1":"C:1","entity2":"A:1")",
-       L"equal constraint: C:1 / A:1 in 'S'."},
-      {kDimension, LR"("entity":"L:1","value":12.5)", L"linear dim 12.5 on L:1 in 'S'."},
-      {kDimension, LR"("entity":"C:1","value":8,"type":"DIAMETER")", L"diameter dim 8 on C:1 in 'S'."},
+      {kDimension, LR"("entity":"C:1","value":8.5,"type":"DIAMETER")", L"diameter dim 8.5 on C:1 in 'S'."},
       {kDimension, LR"("entity":"nonsense","value":8,"type":"radial","driven":true)",
        L"radial dim 8 on nonsense in 'S' (tracked as driven; not applied in Creo)."},
-      {kSetDriven, LR"("entity":"l:1")",
-       L"linear dim on l:1 set driven=true in 'S' (Creo Toolkit has no reference-dim API; dim is omitted "
+      {kSetDriven, LR"("entity":"c:1","type":"diameter")",
+       L"diameter dim on c:1 set driven=true in 'S' (Creo Toolkit has no reference-dim API; dim is omitted "
        L"while driven)."},
       {kSetDriven, LR"("entity":"c:1","type":"diameter","driven":false)",
        L"diameter dim on c:1 set driven=false in 'S'."}};
@@ -253,26 +225,20 @@ TEST_F(SketchConstraints, SuccessIsToldInTheWordsOfTheRequest) {
   EXPECT_TRUE(UndoStack().empty()) << "none of them can be undone";
 }
 
-TEST_F(SketchConstraints, EachRecordIsAppliedInTheSketchersModeAndFreesWhatItTook) {
+TEST_F(SketchConstraints, EachRecordIsAppliedInTheSketchersMode) {
   DrawOneOfEach();
   Constrain(L"equal", L"L:1", L"L:2");
   const auto mark = host().journal.Mark();
   Dimension(L"linear", 20, L"L:1");
-  const std::vector<std::string> watched = {
-      "ProSectionEntityGetSelected", "ProSectionConstraintCreate",     "ProSecdimCreate",
-      "ProSecdimValueSet",           "ProSectionIntentManagerModeSet", "ProSectionRegenerate"};
-  std::vector<std::string> calls;
+  std::string calls;
   for (const auto& entry : host().journal.Since(mark)) {
-    if (entry.name == "ProArrayFree" || entry.name == "ProSelectionFree") calls.push_back(entry.name);
-    if (std::ranges::count(watched, entry.name) == 0) continue;
-    const bool mode = entry.name == "ProSectionIntentManagerModeSet";
-    calls.push_back(mode ? "mode " + entry.arguments.substr(entry.arguments.rfind(' ') + 1) : entry.name);
+    if (entry.name == "ProSectionIntentManagerModeSet") calls += entry.arguments.back();
+    if (entry.name == "ProSectionConstraintCreate") calls += " constraint ";
+    if (entry.name == "ProSecdimCreate") calls += " dimension ";
+    if (entry.name == "ProSecdimValueSet") calls += "value ";
     if (entry.name == "ProSectionRegenerate") break;
   }
-  EXPECT_THAT(calls, ElementsAre("mode 0", "ProSectionEntityGetSelected", "ProSectionEntityGetSelected",
-                                 "mode 1", "ProSectionConstraintCreate", "mode 0", "ProArrayFree",
-                                 "ProSelectionFree", "ProSelectionFree", "mode 1", "ProSecdimCreate",
-                                 "ProSecdimValueSet", "mode 0", "mode 1", "mode 0", "ProSectionRegenerate"));
+  EXPECT_EQ(calls, "01 constraint 01 dimension value 010");
   EXPECT_NEAR(Length(2), 20, 1e-6);
   EXPECT_NEAR(Length(3), 20, 1e-6);
 }
@@ -281,36 +247,20 @@ TEST_F(SketchConstraints, AFailedCallIsToldWithItsStatus) {
   DrawOneOfEach();
   const wchar_t* const equal = LR"("type":"equal","entity1":"L:1","entity2":"L:2")";
   const wchar_t* const length = LR"("entity":"L:1","value":20)";
-  const struct {
-    const wchar_t* operation;
-    const wchar_t* arguments;
-    const char* call;
-    int occurrence;
-    bool silent;  // a good status with nothing behind it
-    const wchar_t* message;
-  } cases[] = {
-      {kConstrain, equal, "ProSectionEntityGetSelected", 1, false,
+  // A status of 0 is a good one with nothing behind it.
+  const std::tuple<const wchar_t*, const wchar_t*, const char*, int, int, const wchar_t*> cases[] = {
+      {kConstrain, equal, "ProSectionEntityGetSelected", 1, -10,
        L"Failed to select sketch entity (status=-10)."},
-      {kConstrain, equal, "ProSectionEntityGetSelected", 2, false,
-       L"Failed to select sketch entity (status=-10)."},
-      {kConstrain, equal, "ProSectionEntityGetSelected", 2, true,
-       L"Failed to select sketch entity (status=0)."},
-      {kConstrain, equal, "ProArrayAlloc", 2, false, L"Failed to create constraint (status=-10)."},
-      {kConstrain, equal, "ProSectionConstraintCreate", 1, false,
-       L"Failed to create constraint (status=-10)."},
-      {kDimension, length, "ProSecdimCreate", 1, false, L"Failed to create dimension (status=-10)."},
-      {kDimension, length, "ProSecdimCreate", 1, true, L"Failed to create dimension (status=0)."},
-      {kDimension, length, "ProSecdimValueSet", 1, false, L"Failed to set dimension value (status=-10)."}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(EncodeUtf8(each.message));
-    if (each.silent)
-      faults().NoEffect(each.call, each.occurrence);
-    else
-      faults().Fail(each.call, -10, each.occurrence);
+      {kConstrain, equal, "ProSectionEntityGetSelected", 2, 0, L"Failed to select sketch entity (status=0)."},
+      {kConstrain, equal, "ProArrayAlloc", 2, -10, L"Failed to create constraint (status=-10)."},
+      {kDimension, length, "ProSecdimCreate", 1, 0, L"Failed to create dimension (status=0)."},
+      {kDimension, length, "ProSecdimValueSet", 1, -10, L"Failed to set dimension value (status=-10)."}};
+  for (const auto& [operation, arguments, call, occurrence, status, message] : cases) {
+    SCOPED_TRACE(EncodeUtf8(message));
+    faults().Fail(call, status, occurrence);
     const auto mark = host().journal.Mark();
-    ExpectFailure(each.operation, InSketch(each.arguments), each.message);
-    EXPECT_TRUE(LastArguments(mark, "ProSectionIntentManagerModeSet") == "0");
-    faults().Clear();
+    ExpectFailure(operation, InSketch(arguments), message);
+    EXPECT_EQ(LastArguments(mark, "ProSectionIntentManagerModeSet"), "0");
     ExpectUncommitted(6);
   }
 }
@@ -331,33 +281,6 @@ TEST_F(SketchConstraints, AnAskewOutlineBecomesARectangleOfItsDimensions) {
   EXPECT_EQ(Session(L"S").entities.size(), 1u + 4u);
   EXPECT_TRUE(DrawPoint(L"S").success);
   EXPECT_NEAR(Length(2), 80, 1e-6);
-}
-
-TEST_F(SketchConstraints, GeometryFollowsEachKind) {
-  DrawOneOfEach();  // line 2, line 3, circle 4, arc 5, centerline 6
-  Constrain(L"coincident", L"L:1:start", L"P:1");
-  ExpectPoint(Entity(L"S", 2).first, 0, 0);
-  Constrain(L"coincident", L"L:2:start", L"L:1:end");
-  EXPECT_EQ(Entity(L"S", 3).first, Entity(L"S", 2).second);
-  Constrain(L"perpendicular", L"L:1", L"L:2");
-  EXPECT_NEAR(AngleDeg(2, 3), 90, 1e-5);
-  Constrain(L"parallel", L"A:2", L"L:2");
-  EXPECT_NEAR(std::sin(AngleDeg(6, 3) * kPi / 180), 0, 1e-6);
-  Constrain(L"equal", L"C:1", L"A:1");
-  Dimension(L"radial", 7, L"A:1");
-  EXPECT_NEAR(Entity(L"S", 4).radius, 7, 1e-6);
-  Constrain(L"tangent", L"L:1", L"C:1");
-  const auto [x, y] = Along(2);
-  const auto& center = Entity(L"S", 4).first;  // the line begins in the origin
-  EXPECT_NEAR(std::abs(x * center[1] - y * center[0]) / std::hypot(x, y), 7, 1e-6);
-}
-
-TEST_F(SketchConstraints, AnglesAreBetweenTwoLines) {
-  Line(0, 0, 50, 0);
-  Line(0, 0, 30, 30);
-  Constrain(L"horizontal", L"L:1");
-  Dimension(L"angular", 60, L"L:1", L"L:2");
-  EXPECT_NEAR(AngleDeg(2, 3), 60, 1e-5);
 }
 
 TEST_F(SketchConstraints, ARepeatedConstraintIsRefusedAndTheSketchGoesOn) {

@@ -9,6 +9,7 @@
 
 #include "addin/platform/files.h"
 #include "addin/platform/processes.h"
+#include "tests/support/companion_aside.h"
 #include "tests/support/log_tail.h"
 #include "tests/support/noting_program.h"
 #include "tests/support/scratch_folder.h"
@@ -25,13 +26,13 @@ const std::wstring kFolder = L"C:\\Program Files\\Vek";
 class CompanionApp : public testing::Test {
  protected:
   void SetUp() override {
-    if (PathExists(kFolder)) GTEST_SKIP() << "the companion application is installed here";
     // The program of the test before may still be on its way out.
     const auto patience = Clock::now() + 10s;
     while (IsCompanionRunning() && Clock::now() < patience) std::this_thread::sleep_for(20ms);
     ASSERT_FALSE(IsCompanionRunning());
   }
 
+  const support::CompanionAside aside_;
   support::LogTail tail_;
 };
 

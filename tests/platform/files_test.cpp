@@ -86,30 +86,15 @@ TEST(Files, BytesAreWrittenAndReadWholeAndFilesDeleted) {
   EXPECT_EQ(DeleteFileAt(path), static_cast<unsigned long>(ERROR_FILE_NOT_FOUND));
 }
 
-TEST(Files, LocalApplicationDataIsAFolder) {
-  EXPECT_TRUE(PathExists(LocalApplicationData()));
-  EXPECT_FALSE(FileExists(LocalApplicationData()));
-}
-
 TEST(Files, EnvironmentVariablesAreReadWhole) {
   const std::wstring name = L"VEK_TEST_VARIABLE";
-  const std::wstring values[] = {L"x", L"C:\\caf\u00e9", std::wstring(5000, L'y')};
-  for (const std::wstring& value : values) {
+  for (const std::wstring& value :
+       {std::wstring(L"C:\\caf\u00e9"), std::wstring(5000, L'y'), std::wstring()}) {
     ::SetEnvironmentVariableW(name.c_str(), value.c_str());
     EXPECT_EQ(EnvironmentVariable(name), value);
   }
-  ::SetEnvironmentVariableW(name.c_str(), L"");
-  EXPECT_EQ(EnvironmentVariable(name), L"");
   ::SetEnvironmentVariableW(name.c_str(), nullptr);
   EXPECT_EQ(EnvironmentVariable(name), L"");
-}
-
-TEST(Files, TickCountIsInMilliseconds) {
-  const unsigned before = TickCount();
-  ::Sleep(60);
-  const unsigned passed = TickCount() - before;
-  EXPECT_GE(passed, 30u);
-  EXPECT_LT(passed, 10'000u);
 }
 
 }  // namespace

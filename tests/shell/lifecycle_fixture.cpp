@@ -67,7 +67,12 @@ std::vector<bench::JournalEntry> Lifecycle::CallsSince(std::uint64_t mark) {
 
 std::vector<std::string> Lifecycle::NamesSince(std::uint64_t mark) {
   std::vector<std::string> names;
-  for (const auto& call : CallsSince(mark)) names.push_back(call.name);
+  for (const auto& call : CallsSince(mark)) {
+    const std::string group = call.name.starts_with("ProCmd") || call.name.starts_with("ProMenubar")
+                                  ? "ProCmd…, ProMenubar…"
+                                  : call.name;
+    if (group == call.name || names.empty() || names.back() != group) names.push_back(group);
+  }
   return names;
 }
 

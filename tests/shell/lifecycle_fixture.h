@@ -24,7 +24,8 @@ class Lifecycle : public testing::Test {
   void Start();
   void Stop();
 
-  // The calls since the mark, and the same as names alone.
+  // The calls since the mark, and the same as names alone; those that register the commands are one name
+  // there.
   static std::vector<bench::JournalEntry> CallsSince(std::uint64_t mark);
   static std::vector<std::string> NamesSince(std::uint64_t mark);
 

@@ -81,7 +81,6 @@ int PosixSockets::Receive(Handle socket, char* buffer, int size) {
   const auto found = Find(socket);
   if (!found) return -1;
   const auto count = ::recv(found->number(), buffer, static_cast<std::size_t>(size), 0);
-  if (count > 0) received_ += static_cast<std::size_t>(count);
   return static_cast<int>(count);
 }
 

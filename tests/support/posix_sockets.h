@@ -30,8 +30,6 @@ class PosixSockets : public SocketLayer {
 
   // The port that the last Bind took; the system chooses one when it is asked for port 0.
   int BoundPort() const { return bound_port_; }
-  // Bytes received so far on all sockets.
-  std::size_t Received() const { return received_; }
   // Startups that no Cleanup has met yet.
   int OpenStartups() const { return startups_; }
   // Handles given out and not closed.
@@ -47,7 +45,6 @@ class PosixSockets : public SocketLayer {
   std::map<Handle, std::shared_ptr<Descriptor>> open_;
   Handle next_ = 1;
   std::atomic<int> bound_port_{0};
-  std::atomic<std::size_t> received_{0};
   std::atomic<int> startups_{0};
 };
 

@@ -1,6 +1,7 @@
+// The log: its two encodings, its lines, and whoever else holds its file.
 #include <gtest/gtest.h>
-#include <windows.h>
 
+#include <windows.h>
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -12,11 +13,34 @@
 #include <vector>
 
 #include "addin/platform/log.h"
+#include "addin/platform/text_encoding.h"
+#include "tests/support/log_tail.h"
 #include "tests/support/noting_program.h"
 #include "tests/support/scratch_folder.h"
 
 namespace vek {
 namespace {
+
+class AddinLog : public testing::Test {
+ protected:
+  support::LogTail tail_;
+};
+
+TEST_F(AddinLog, OperationsWriteUtf8) {
+  LogOperation(L"MCP Dispatch 10 \u00b5m \u20ac");
+  EXPECT_EQ(tail_.Messages(), std::vector<std::string>{"MCP Dispatch 10 \xC2\xB5m \xE2\x82\xAC"});
+}
+
+TEST_F(AddinLog, TheShellWritesTheCodePage) {
+  LogShell(L"ERROR: caf\u00e9");
+  EXPECT_EQ(tail_.Messages(), std::vector<std::string>{"ERROR: " + EncodeAnsi(L"caf\u00e9")});
+}
+
+TEST_F(AddinLog, BytesPassAndNullIsIgnored) {
+  WriteLog("raw \xFF");
+  WriteLog(nullptr);
+  EXPECT_EQ(tail_.Messages(), std::vector<std::string>{"raw \xFF"});
+}
 
 using namespace std::chrono_literals;
 using support::ReadBytes;
@@ -85,60 +109,44 @@ TEST(LogFile, WaitsForWhoeverHoldsTheFile) {
   EXPECT_EQ(Messages(folder / L"a.log"), std::vector<std::string>{"late"});
 }
 
-struct Holder {
-  const char* name;
-  DWORD sharing;
-};
-
-class LogFileHeld : public testing::TestWithParam<Holder> {};
-
-TEST_P(LogFileHeld, LosesTheLineBehindTheTwentiethAttempt) {
-  const ScratchFolder folder;
-  const HANDLE holder = OpenForReading(folder / L"a.log", GetParam().sharing);
-  ASSERT_NE(holder, INVALID_HANDLE_VALUE);
-  const auto start = Clock::now();
-  LogFile(folder / L"a.log").Write("lost");
-  const auto waited = Clock::now() - start;
-  ::CloseHandle(holder);
-
-  EXPECT_EQ(ReadBytes(folder / L"a.log"), "");
-  // 20 attempts are 19 pauses of 5 ms.
-  EXPECT_GE(waited, 90ms);
-  LogFile(folder / L"a.log").Write("next");
-  EXPECT_EQ(Messages(folder / L"a.log"), std::vector<std::string>{"next"});
-}
-
 // A reader that shares everything bars the log as well, since the log itself shares nothing.
-INSTANTIATE_TEST_SUITE_P(ByAnother, LogFileHeld,
-                         testing::Values(Holder{"alone", 0},
-                                         Holder{"sharing",
-                                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE}),
-                         [](const auto& tested) { return tested.param.name; });
+TEST(LogFile, LosesTheLineBehindTheTwentiethAttempt) {
+  for (const DWORD sharing :
+       {0ul, static_cast<DWORD>(FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE)}) {
+    const ScratchFolder folder;
+    const HANDLE holder = OpenForReading(folder / L"a.log", sharing);
+    ASSERT_NE(holder, INVALID_HANDLE_VALUE);
+    const auto start = Clock::now();
+    LogFile(folder / L"a.log").Write("lost");
+    EXPECT_GE(Clock::now() - start, 90ms) << "20 attempts are 19 pauses of 5 ms";
+    ::CloseHandle(holder);
+    EXPECT_EQ(ReadBytes(folder / L"a.log"), "");
+    LogFile(folder / L"a.log").Write("next");
+    EXPECT_EQ(Messages(folder / L"a.log"), std::vector<std::string>{"next"});
+  }
+}
 
 TEST(LogFile, TwoThreadsLoseNothingToEachOther) {
   const ScratchFolder folder;
   const LogFile log(folder / L"a.log");
-  constexpr int kLines = 60;
-  const auto write = [&](const std::string& name) {
-    for (int i = 0; i < kLines; ++i) {
-      log.Write(name + std::to_string(i));
+  std::vector<std::string> expected[2];
+  for (int i = 0; i < 60; ++i)
+    for (const int thread : {0, 1}) expected[thread].push_back(std::to_string(thread) + std::to_string(i));
+  const auto write = [&](const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) {
+      log.Write(line);
       std::this_thread::sleep_for(1ms);
     }
   };
-  std::jthread server(write, "server ");
-  write("main ");
+  std::jthread server([&] { write(expected[1]); });
+  write(expected[0]);
   server.join();
 
-  const auto messages = Messages(folder / L"a.log");
-  EXPECT_EQ(messages.size(), 2u * kLines);
-  for (const std::string name : {"server ", "main "}) {
-    std::vector<std::string> own;
-    std::copy_if(messages.begin(), messages.end(), std::back_inserter(own),
-                 [&](const std::string& message) { return message.starts_with(name); });
-    std::vector<std::string> expected;
-    for (int i = 0; i < kLines; ++i) expected.push_back(name + std::to_string(i));
-    EXPECT_EQ(own, expected);
-  }
+  std::vector<std::string> own[2];
+  for (const std::string& message : Messages(folder / L"a.log"))
+    own[message.starts_with("1")].push_back(message);
+  EXPECT_EQ(own[0], expected[0]);
+  EXPECT_EQ(own[1], expected[1]);
 }
 
 }  // namespace
