@@ -84,6 +84,13 @@ ask_console() {
   return 1
 }
 
+# Draws the current model into out/ if it is a drawing.
+plot_drawing() {
+  local name
+  name=$(ask_console models | sed -nE 's/^  drawing (.*), window [0-9]+, current(,.*)?$/\1/p')
+  [ -z "$name" ] || ask_console "plot O:\\${name,,}.svg"
+}
+
 start_bench() {
   local line
   coproc BENCH { exec "$root/cmake/start_bench.sh" 2>&1; }
@@ -129,6 +136,7 @@ run_jobs() {
       fi
       post_batch "$body" || failed=1
     done < <(job_batches "$file")
+    plot_drawing || failed=1
   done
   say "Models in session"
   ask_console models || failed=1

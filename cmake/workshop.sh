@@ -16,7 +16,7 @@ fail() {
 packages=(
   g++-mingw-w64-x86-64-posix wine wine64 clang libclang-rt-14-dev cmake ninja-build ccache
   libocct-foundation-dev libocct-modeling-data-dev libocct-modeling-algorithms-dev libocct-data-exchange-dev
-  libslvs1-dev libfreetype-dev fonts-dejavu-core nlohmann-json3-dev rapidjson-dev googletest curl jq procps
+  libslvs1-dev libfreetype-dev libjpeg-dev libtiff-dev fonts-dejavu-core nlohmann-json3-dev rapidjson-dev googletest curl jq procps librsvg2-bin
 )
 
 # Installs those of the packages that are missing, with apt-get.
@@ -71,9 +71,20 @@ prepare_wine() {
   fi
   ln -sfn "$bench_home/drive_d" "$prefix/dosdevices/d:"
   ln -sfn "$out_dir" "$prefix/dosdevices/o:"
-  # The add-in as it would be installed: its page lies beside it.
-  mkdir -p "$bench_home/addin"
-  cp -u "$root/build/windows/addin/VekCreoAddin.dll" "$root/deploy/welcome.html" "$bench_home/addin/"
+  install_products
+}
+
+# The bench's installation, the companion application, and the add-in as it would be installed: its page lies beside it.
+install_products() {
+  local built="$root/build/windows" installation="$bench_home/installation"
+  local companion="$bench_home/prefix/drive_c/Program Files/Vek"
+  rm -rf "$installation"
+  mkdir -p "$installation/bin" "$companion" "$bench_home/addin"
+  cp -r "$root/bench/installation/." "$installation/"
+  cp -r "$root/deploy/text" "$installation/"
+  cp "$built/bench/second_session/parametric.exe" "$installation/bin/"
+  cp -u "$built/bench/companion/Vek.exe" "$companion/"
+  cp -u "$built/addin/VekCreoAddin.dll" "$root/deploy/welcome.html" "$bench_home/addin/"
 }
 
 prepare() {

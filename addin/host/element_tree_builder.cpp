@@ -11,7 +11,7 @@ namespace vek {
 ElementTreeBuilder::ElementTreeBuilder(int root_id, std::wstring_view failure)
     : allocation_failure_(failure), value_failure_(failure) {
   const ProError status = ProElementAlloc(static_cast<ProElemId>(root_id), root_.out());
-  if (status != PRO_TK_NO_ERROR || !root_) Fail(failure, status);
+  if (status != PRO_TK_NO_ERROR || !root_) Fail(failure);
 }
 
 void ElementTreeBuilder::OnFailure(std::wstring_view message) {
@@ -23,10 +23,9 @@ void ElementTreeBuilder::OnFailure(std::wstring_view allocation_message, std::ws
   value_failure_ = value_message;
 }
 
-ElementTreeBuilder::Row ElementTreeBuilder::Fail(std::wstring_view message, ProError status) {
+ElementTreeBuilder::Row ElementTreeBuilder::Fail(std::wstring_view message) {
   ok_ = false;
   message_ = message;
-  status_ = status != PRO_TK_NO_ERROR ? status : PRO_TK_GENERAL_ERROR;
   root_.reset();
   return Row();
 }
@@ -37,12 +36,12 @@ ElementTreeBuilder::Row ElementTreeBuilder::Add(Row parent, int id,
   OwnedElement element;
   ProError status = ProElementAlloc(static_cast<ProElemId>(id), element.out());
   if (status == PRO_TK_NO_ERROR && !element) status = PRO_TK_GENERAL_ERROR;
-  if (status != PRO_TK_NO_ERROR) return Fail(allocation_failure_, status);
+  if (status != PRO_TK_NO_ERROR) return Fail(allocation_failure_);
   if (set_value) status = set_value(element.get());
   if (status == PRO_TK_NO_ERROR) status = ProElemtreeElementAdd(parent.element_, nullptr, element.get());
   if (status != PRO_TK_NO_ERROR) {
     element.reset();
-    return Fail(value_failure_, status);
+    return Fail(value_failure_);
   }
   return Row(element.release());
 }
@@ -88,22 +87,13 @@ void ElementTreeBuilder::UncheckedText(Row parent, int id, std::wstring_view val
   if (ProElemtreeElementAdd(parent.element_, nullptr, element.get()) == PRO_TK_NO_ERROR) element.release();
 }
 
-ElementTreeBuilder::Row ElementTreeBuilder::AddReferring(
-    Row parent, int id, const std::function<ProError(ProElement)>& set_value) {
-  ProError value_status = PRO_TK_NO_ERROR;
-  const Row row = Add(parent, id, [&](ProElement element) { return value_status = set_value(element); });
-  if (!ok_) status_ = value_status != PRO_TK_NO_ERROR ? value_status : PRO_TK_GENERAL_ERROR;
-  return row;
-}
-
 ElementTreeBuilder::Row ElementTreeBuilder::Reference(Row parent, int id, const ProModelitem& item) {
   if (!ok_) return Row();
   OwnedReference reference;
-  if (MakeReference(item, reference) != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
+  if (MakeReference(item, reference) != PRO_TK_NO_ERROR) return Fail(value_failure_);
   const ProReference handle = reference.get();
   references_.push_back(std::move(reference));
-  return AddReferring(parent, id,
-                      [handle](ProElement element) { return ProElementReferenceSet(element, handle); });
+  return Add(parent, id, [handle](ProElement element) { return ProElementReferenceSet(element, handle); });
 }
 
 ElementTreeBuilder::Row ElementTreeBuilder::ReferenceBySelection(Row parent, int id,
@@ -111,26 +101,28 @@ ElementTreeBuilder::Row ElementTreeBuilder::ReferenceBySelection(Row parent, int
   if (!ok_) return Row();
   ProModelitem target = item;
   OwnedSelection selection;
-  if (ProSelectionAlloc(nullptr, &target, selection.out()) != PRO_TK_NO_ERROR)
-    return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
+  if (ProSelectionAlloc(nullptr, &target, selection.out()) != PRO_TK_NO_ERROR) return Fail(value_failure_);
   const ProSelection selected = selection.get();
   selections_.push_back(std::move(selection));
   OwnedReference reference;
-  if (ProSelectionToReference(selected, reference.out()) != PRO_TK_NO_ERROR)
-    return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
+  if (ProSelectionToReference(selected, reference.out()) != PRO_TK_NO_ERROR) return Fail(value_failure_);
   const ProReference handle = reference.get();
   references_.push_back(std::move(reference));
-  return AddReferring(parent, id,
-                      [handle](ProElement element) { return ProElementReferenceSet(element, handle); });
+  return Add(parent, id, [handle](ProElement element) { return ProElementReferenceSet(element, handle); });
+}
+
+ElementTreeBuilder::Row ElementTreeBuilder::HeldReference(Row parent, int id, ProReference reference) {
+  return Add(parent, id,
+             [reference](ProElement element) { return ProElementReferenceSet(element, reference); });
 }
 
 ElementTreeBuilder::Row ElementTreeBuilder::ReferenceFromSelection(Row parent, int id, ProSelection selection,
                                                                    const ReferenceObserver& observer) {
   if (!ok_) return Row();
-  if (parent.element_ == nullptr || selection == nullptr) return Fail(value_failure_, PRO_TK_BAD_INPUTS);
+  if (parent.element_ == nullptr || selection == nullptr) return Fail(value_failure_);
   OwnedElement element;
   if (ProElementAlloc(static_cast<ProElemId>(id), element.out()) != PRO_TK_NO_ERROR)
-    return Fail(allocation_failure_, PRO_TK_GENERAL_ERROR);
+    return Fail(allocation_failure_);
   OwnedReference reference;
   ProError status = ProSelectionToReference(selection, reference.out());
   if (observer.converted) observer.converted(id, status, reference.get());
@@ -139,14 +131,14 @@ ElementTreeBuilder::Row ElementTreeBuilder::ReferenceFromSelection(Row parent, i
   if (status != PRO_TK_NO_ERROR) {
     reference.reset();
     element.reset();
-    return Fail(value_failure_, status);
+    return Fail(value_failure_);
   }
   references_.push_back(std::move(reference));
   status = ProElemtreeElementAdd(parent.element_, nullptr, element.get());
   if (observer.added) observer.added(id, status);
   if (status != PRO_TK_NO_ERROR) {
     element.reset();
-    return Fail(value_failure_, status);
+    return Fail(value_failure_);
   }
   return Row(element.release());
 }
@@ -155,16 +147,16 @@ ElementTreeBuilder::Row ElementTreeBuilder::References(Row parent, int id,
                                                        std::span<const ProModelitem> items) {
   if (!ok_) return Row();
   OwnedArray<ProReference> handles;
-  if (handles.Allocate(0) != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
+  if (handles.Allocate(0) != PRO_TK_NO_ERROR) return Fail(value_failure_);
   for (const ProModelitem& item : items) {
     OwnedReference reference;
     ProError status = MakeReference(item, reference);
     if (status == PRO_TK_NO_ERROR) status = handles.Append(reference.get());
-    if (status != PRO_TK_NO_ERROR) return Fail(value_failure_, PRO_TK_GENERAL_ERROR);
+    if (status != PRO_TK_NO_ERROR) return Fail(value_failure_);
     references_.push_back(std::move(reference));
   }
-  return AddReferring(
-      parent, id, [&handles](ProElement element) { return ProElementReferencesSet(element, handles.get()); });
+  return Add(parent, id,
+             [&handles](ProElement element) { return ProElementReferencesSet(element, handles.get()); });
 }
 
 void ElementTreeBuilder::FreeReferences() {

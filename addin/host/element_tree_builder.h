@@ -64,6 +64,8 @@ class ElementTreeBuilder {
   Row Reference(Row parent, int id, const ProModelitem& item);
   // A reference made by way of a selection of `item`, before its element.
   Row ReferenceBySelection(Row parent, int id, const ProModelitem& item);
+  // A reference that the caller has made, and keeps behind the tree.
+  Row HeldReference(Row parent, int id, ProReference reference);
   // A reference taken from the caller's selection, behind the allocation of its element.
   Row ReferenceFromSelection(Row parent, int id, ProSelection selection,
                              const ReferenceObserver& observer = {});
@@ -72,8 +74,6 @@ class ElementTreeBuilder {
 
   bool ok() const { return ok_; }
   const std::wstring& message() const { return message_; }
-  // The status of the call that failed, or what the row answers in its place.
-  ProError status() const { return status_; }
   ProElement tree() const { return root_.get(); }
 
   // Frees early, where the order of the frees is told: the tree first, then what it refers to.
@@ -82,9 +82,7 @@ class ElementTreeBuilder {
 
  private:
   Row Add(Row parent, int id, const std::function<ProError(ProElement)>& set_value);
-  // The same for a row of references, which answers with the status of its value alone: -1 for all else.
-  Row AddReferring(Row parent, int id, const std::function<ProError(ProElement)>& set_value);
-  Row Fail(std::wstring_view message, ProError status);
+  Row Fail(std::wstring_view message);
 
   // Destroyed from the last to the first: the tree, then its references, then their selections.
   std::vector<OwnedSelection> selections_;
@@ -93,7 +91,6 @@ class ElementTreeBuilder {
   std::wstring allocation_failure_;
   std::wstring value_failure_;
   std::wstring message_;
-  ProError status_ = PRO_TK_NO_ERROR;
   bool ok_ = true;
 };
 

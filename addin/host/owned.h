@@ -6,10 +6,13 @@
 #include <ProArray.h>
 #include <ProAsmcomp.h>
 #include <ProCollect.h>
+#include <ProDrawing.h>
 #include <ProElement.h>
+#include <ProFit.h>
 #include <ProReference.h>
 #include <ProSection.h>
 #include <ProSelection.h>
+#include <ProSurfacedata.h>
 
 #include <utility>
 
@@ -74,6 +77,12 @@ inline void FreeConstraint(ProAsmcompconstraint& constraint) {
 inline void FreeConstraints(ProAsmcompconstraint*& constraints) {
   ProAsmcompconstraintArrayFree(constraints);
 }
+inline void FreeGeometryData(ProGeomitemdata*& data) {
+  ProGeomitemdataFree(&data);
+}
+inline void FreeInterferences(ProInterferenceInfo*& interferences) {
+  ProInterferenceInfoProarrayFree(interferences);
+}
 inline void FreeSectionErrors(ProWSecerror& errors) {
   ProSecerrorFree(&errors);
 }
@@ -88,6 +97,9 @@ inline void FreeSurfaceInstruction(ProSrfcollinstr& instruction) {
 }
 inline void FreeSurfaceReference(ProSrfcollref& reference) {
   ProSrfcollrefFree(reference);
+}
+inline void FreeDrawingErrors(ProDwgcreateErrs& errors) {
+  ProDwgcreateErrsFree(&errors);
 }
 }  // namespace owned_detail
 
@@ -104,6 +116,10 @@ using OwnedSurfaceReference = Owned<ProSrfcollref, owned_detail::FreeSurfaceRefe
 using OwnedConstraint = Owned<ProAsmcompconstraint, owned_detail::FreeConstraint>;
 // An array that owns the constraints in it.
 using OwnedConstraints = Owned<ProAsmcompconstraint*, owned_detail::FreeConstraints>;
+using OwnedDrawingErrors = Owned<ProDwgcreateErrs, owned_detail::FreeDrawingErrors>;
+using OwnedGeometryData = Owned<ProGeomitemdata*, owned_detail::FreeGeometryData>;
+// An array that owns the selections and the data in it.
+using OwnedInterferences = Owned<ProInterferenceInfo*, owned_detail::FreeInterferences>;
 using OwnedSectionErrors = Owned<ProWSecerror, owned_detail::FreeSectionErrors>;
 
 // An expandable array of `T`.

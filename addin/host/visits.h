@@ -4,11 +4,13 @@
 // thrown again here.
 #pragma once
 
+#include <ProAsmcomp.h>
 #include <ProDimension.h>
 #include <ProFeature.h>
 #include <ProGeomitem.h>
 #include <ProParameter.h>
 #include <ProSolid.h>
+#include <ProXsec.h>
 
 #include <exception>
 #include <type_traits>
@@ -110,6 +112,31 @@ ProError VisitEdges(ProSurface surface, ProContour contour, Action&& action) {
   return visit.End(ProContourEdgeVisit(surface, contour, &Step::template Step<CreoEdge>, nullptr, &visit));
 }
 
+// `action(ProAsmcomppath*, ProBoolean down) -> ProError`, for each displayed component of the assembly at
+// every depth.
+template <typename Action>
+ProError VisitDisplayedComponents(ProMdl assembly, Action&& action) {
+  struct Components {
+    Action& action;
+    std::exception_ptr exception;
+
+    static ProError Step(ProAsmcomppath* path, ProSolid, ProBoolean down, ProAppData data) {
+      auto& components = *static_cast<Components*>(data);
+      try {
+        return components.action(path, down);
+      } catch (...) {
+        components.exception = std::current_exception();
+        return PRO_TK_GENERAL_ERROR;
+      }
+    }
+  };
+  Components components{action, nullptr};
+  const ProError status =
+      ProSolidDispCompVisit(static_cast<ProSolid>(assembly), &Components::Step, nullptr, &components);
+  if (components.exception) std::rethrow_exception(components.exception);
+  return status;
+}
+
 // `action(ProParameter*, ProError filter_status) -> ProError`, for each parameter of the model or item.
 template <typename Action>
 ProError VisitParameters(ProModelitem& owner, Action&& action) {
@@ -125,6 +152,15 @@ ProError VisitDimensions(ProMdl model, Action&& action) {
   using Step = decltype(visit);
   return visit.End(ProSolidDimensionVisit(static_cast<ProSolid>(model), PRO_B_FALSE,
                                           &Step::template Step<ProDimension>, nullptr, &visit));
+}
+
+// `action(ProXsec*, ProError filter_status) -> ProError`, for each cross-section of the solid.
+template <typename Action>
+ProError VisitCrossSections(ProMdl model, Action&& action) {
+  visits_detail::Visit<std::remove_reference_t<Action>> visit{action, nullptr};
+  using Step = decltype(visit);
+  return visit.End(
+      ProSolidXsecVisit(static_cast<ProSolid>(model), &Step::template Step<ProXsec>, nullptr, &visit));
 }
 
 // The items of `type` that belong to `feature`: 5 surfaces, 21 axes, 57 quilts, 62 curves, 66 points.

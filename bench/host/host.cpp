@@ -16,6 +16,8 @@ void Host::Reset() {
   windows.Clear();
   session.Clear();
   ui.Clear();
+  menus = {};
+  picks.Clear();
   announcements.Clear();
   macros.clear();
 }

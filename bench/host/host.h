@@ -10,6 +10,8 @@
 #include "bench/host/instruments/journal.h"
 #include "bench/host/instruments/ledger.h"
 #include "bench/host/kernel_link/kernel_client.h"
+#include "bench/host/menus.h"
+#include "bench/host/picks.h"
 #include "bench/host/session.h"
 #include "bench/host/user_interface.h"
 #include "bench/host/window_list.h"
@@ -23,6 +25,8 @@ struct Host {
   Session session;
   WindowList windows;
   UserInterface ui;
+  Menus menus;
+  Picks picks;
   Announcements announcements;
   KernelClient kernel;
   std::deque<std::string> macros;  // commands that a macro has queued

@@ -10,6 +10,10 @@ namespace bench {
 std::optional<std::wstring> UserInterface::ShowMessage(Message message) {
   messages_.push_back(std::move(message));
   if (messages_.size() > kMessagesKept) messages_.pop_front();
+  return TakeAnswer();
+}
+
+std::optional<std::wstring> UserInterface::TakeAnswer() {
   if (answers_.empty()) return std::nullopt;
   std::wstring answer = std::move(answers_.front());
   answers_.pop_front();

@@ -22,9 +22,10 @@ class UserInterface {
     std::wstring text;
   };
 
-  // What the next message dialogs answer, in this order: "ok" or "cancel". Unasked, they answer with their
-  // default button.
+  // What the next dialogs answer, in this order: "ok", "cancel", or a path for one that asks for a file.
+  // Unasked, they answer with their default.
   void AnswerNext(std::wstring answer) { answers_.push_back(std::move(answer)); }
+  std::optional<std::wstring> TakeAnswer();
   // Records the message and takes the next scripted answer, if there is one.
   std::optional<std::wstring> ShowMessage(Message message);
   const std::deque<Message>& Messages() const { return messages_; }

@@ -42,8 +42,12 @@ int WindowList::Current() const {
 }
 
 Model* WindowList::CurrentModel() const {
-  const Window* window = Find(Current());
-  return window ? window->model : nullptr;
+  return ModelOf(Current());
+}
+
+Model* WindowList::ModelOf(int window) const {
+  const Window* found = Find(window);
+  return found ? found->model : nullptr;
 }
 
 std::optional<int> WindowList::WindowOf(const Model& model) const {

@@ -27,6 +27,8 @@ class WindowList {
   // The active window, or the base window.
   int Current() const;
   Model* CurrentModel() const;
+  // What the window shows, or null.
+  Model* ModelOf(int window) const;
   std::optional<int> WindowOf(const Model& model) const;
 
   // The embedded browser of the base window.

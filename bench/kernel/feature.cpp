@@ -28,20 +28,11 @@ using Reader = std::unique_ptr<const Feature> (*)(const Fields& fields, const st
 
 const std::map<std::string, Reader>& Kinds() {
   static const std::map<std::string, Reader> kinds{
-      {"chamfer", ReadChamfer},
-      {"draft", ReadDraft},
-      {"extrude", ReadExtrude},
-      {"hole", ReadHole},
-      {"import", ReadImported},
-      {"move", ReadMove},
-      {"mirror", ReadMirror},
-      {"pattern", ReadPattern},
-      {"revolve", ReadRevolve},
-      {"round", ReadRound},
-      {"shell", ReadShell},
-      {"sketch", ReadSketchFeature},
-      {"sweep", ReadSweep},
-      {"solidify", ReadSolidify},
+      {"chamfer", ReadChamfer}, {"draft", ReadDraft},       {"extrude", ReadExtrude},
+      {"hole", ReadHole},       {"import", ReadImported},   {"move", ReadMove},
+      {"mirror", ReadMirror},   {"pattern", ReadPattern},   {"revolve", ReadRevolve},
+      {"round", ReadRound},     {"shell", ReadShell},       {"sketch", ReadSketchFeature},
+      {"sweep", ReadSweep},     {"solidify", ReadSolidify},
   };
   return kinds;
 }

@@ -25,9 +25,9 @@ struct PlanarCurve {
   gp_Pnt2d End() const { return curve->Value(last); }
 };
 
-// None for what is no curve (a point), for centerlines, and for texts, which are many (see TextOutline). Throws Refusal for a degenerate entity of any
-// type: a line without length, a radius that is not above 0, an arc that spans no angle, a spline through too
-// few points.
+// None for what is no curve (a point), for centerlines, and for texts, which are many (see TextOutline).
+// Throws Refusal for a degenerate entity of any type: a line without length, a radius that is not above 0, an
+// arc that spans no angle, a spline through too few points.
 std::optional<PlanarCurve> CurveOf(const Entity& entity);
 
 // The same curve in space, with the same parameters.

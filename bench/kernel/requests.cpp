@@ -5,8 +5,12 @@
 #include "bench/kernel/export.h"
 #include "bench/kernel/feature.h"
 #include "bench/kernel/guard.h"
+#include "bench/kernel/import.h"
+#include "bench/kernel/interfere.h"
 #include "bench/kernel/json_fields.h"
+#include "bench/kernel/project.h"
 #include "bench/kernel/refusal.h"
+#include "bench/kernel/render.h"
 #include "bench/kernel/solve_request.h"
 
 namespace bench::kernel {
@@ -44,9 +48,8 @@ json OrRefused(Compute&& compute) {
 json Requests::Export(const json& request) {
   const Fields fields(request, "the request");
   const ExportFormat format = ReadFormat(fields);
-  const std::string name = fields.Text("name");
-  const NamedShape body = regenerator_.Body(ReadRecipes(fields.Array("recipes")));
-  return OrRefused([&]() -> json { return {{"bytes", Base64(ExportBytes(format, name, body))}}; });
+  const Scene scene = ReadScene(fields, regenerator_);
+  return OrRefused([&]() -> json { return {{"bytes", Base64(ExportBytes(format, scene))}}; });
 }
 
 json Requests::Evaluate(const json& request) {
@@ -77,6 +80,12 @@ json Requests::Carry(const json& request) {
   if (task == "evaluate") return Evaluate(request);
   if (task == "extremes") return Extremes(request);
   if (task == "solve") return OrRefused([&] { return AnswerSolve(fields); });
+  if (task == "project")
+    return OrRefused([&] { return AnswerProject(fields, ReadScene(fields, regenerator_)); });
+  if (task == "interfere") return OrRefused([&] { return DescribeClashes(ReadScene(fields, regenerator_)); });
+  if (task == "render")
+    return OrRefused([&] { return AnswerRender(fields, ReadScene(fields, regenerator_)); });
+  if (task == "import") return OrRefused([&] { return AnswerImport(fields); });
   fields.Complain("unknown task '" + task + "'");
 }
 

@@ -10,9 +10,9 @@
 
 namespace vek {
 
-// Imports the file under `name`, or, as long as that is taken, under further candidates, up to a hundred in all;
-// `on_clash`, when given, is told of each that was taken. 0 with the model, or the last status: -5 when all names
-// were taken.
+// Imports the file under `name`, or, as long as that is taken, under further candidates, up to a hundred in
+// all; `on_clash`, when given, is told of each that was taken. 0 with the model, or the last status: -5 when
+// all names were taken.
 ProError ImportUnderFreeName(const std::wstring& path, const std::wstring& name, ProMdl& model,
                              const std::function<void()>& on_clash = {});
 

@@ -51,8 +51,7 @@ ProError ProCmdIconSet(uiCmdCmdId command, char* icon) {
   };
 }
 
-ProError ProCmdDesignate(uiCmdCmdId command, char* label, char* one_line_help, char*,
-                         wchar_t* message_file) {
+ProError ProCmdDesignate(uiCmdCmdId command, char* label, char* one_line_help, char*, wchar_t* message_file) {
   HOST_CALL(command, static_cast<const char*>(label), static_cast<const char*>(one_line_help)) {
     if (!IsText(label) || !message_file) return PRO_TK_BAD_INPUTS;
     Menus::Command* found = TheHost().menus.Find(command);

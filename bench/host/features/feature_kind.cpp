@@ -128,6 +128,7 @@ const FeatureKind* FeatureKind::Of(const ElementNode& tree) {
       {IsAngledChamfer, AngledChamfer},
       {IsDraft, Draft},
       {IsDatumAxis, DatumAxis},
+      {IsDatumPlane, DatumPlane},
       {IsPattern, Pattern},
       {IsMirror, Mirror},
       {IsSolidify, Solidify},
@@ -136,6 +137,7 @@ const FeatureKind* FeatureKind::Of(const ElementNode& tree) {
       {IsHole, Hole},
       {IsMove, Move},
       {IsThread, Thread},
+      {IsImported, Imported},
   };
   for (const Entry& entry : kKinds)
     if (entry.is(tree)) return &entry.kind();

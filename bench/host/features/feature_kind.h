@@ -69,7 +69,7 @@ class FeatureKind {
   virtual std::optional<TreeProblem> CheckSection(const SectionData&) const { return std::nullopt; }
 
   // The datums of such a feature beside its geometry, as their types: items that the host makes itself, in
-  // this order.
+  // this order. A datum plane comes behind the surface that it is too.
   virtual std::vector<ProType> Datums(const ElementNode&) const { return {}; }
 
   // The numbers of such trees that are dimensions, in the order in which they get their symbols. A feature
@@ -116,6 +116,8 @@ bool IsThread(const ElementNode& tree);
 const FeatureKind& Thread();
 bool IsDatumAxis(const ElementNode& tree);
 const FeatureKind& DatumAxis();
+bool IsDatumPlane(const ElementNode& tree);
+const FeatureKind& DatumPlane();
 bool IsPattern(const ElementNode& tree);
 const FeatureKind& Pattern();
 bool IsMirror(const ElementNode& tree);
@@ -124,6 +126,8 @@ bool IsSolidify(const ElementNode& tree);
 const FeatureKind& Solidify();
 bool IsSweep(const ElementNode& tree);
 const FeatureKind& Sweep();
+bool IsImported(const ElementNode& tree);
+const FeatureKind& Imported();
 
 // The kernel's name of a surface, edge, curve or point of the model; empty for what is not the kernel's.
 std::string KeyOf(const Model& model, const ItemReference& item);

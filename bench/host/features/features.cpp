@@ -118,8 +118,10 @@ std::wstring NameIfFree(const Model& model, std::wstring_view name) {
 
 FeatureOutcome CreateFeature(Model& model, const ElementNode& tree, const std::set<int>& options,
                              const Feature* sketch, std::vector<int> members) {
-  if (model.type != PRO_MDL_PART) return bench::Refused(PRO_TK_BAD_CONTEXT, -1, "only parts take features");
   const FeatureKind* kind = FeatureKind::Of(tree);
+  const bool takes_it =
+      model.type == PRO_MDL_PART || (model.type == PRO_MDL_ASSEMBLY && kind == &DatumPlane());
+  if (!takes_it) return bench::Refused(PRO_TK_BAD_CONTEXT, -1, "only parts take such features");
   if (!kind) return Refused({kFeatureTypeElement, "names no kind of feature that the host knows"});
   if (auto problem = kind->Check(tree)) return Refused(*problem);
 
@@ -141,8 +143,11 @@ FeatureOutcome CreateFeature(Model& model, const ElementNode& tree, const std::s
 
   trial.outcome.feature = feature->id;
   ++model.next_id;
-  for (const ProType type : kind->Datums(tree))
-    feature->items.push_back({.type = type, .id = model.next_id++, .key = {}});
+  for (const ProType type : kind->Datums(tree)) {
+    // A plane has one id, as a surface and as a datum plane.
+    const int id = type == PRO_DATUM_PLANE ? feature->items.back().id : model.next_id++;
+    feature->items.push_back({.type = type, .id = id, .key = {}});
+  }
   model.features.push_back(std::move(feature));
   Commit(model, std::move(trial.geometry));
   model.modified = true;
@@ -178,6 +183,7 @@ FeatureOutcome RedefineFeature(Model& model, Feature& feature, const ElementNode
   candidate.plane = feature.plane;
   candidate.parents = feature.parents;
   candidate.members = feature.members;
+  candidate.imported = feature.imported;
   candidate.items = feature.items;
   if (kind->Source() != SectionSource::kSketch)
     if (auto problem = kind->Place(model, candidate)) return Refused(*problem);

@@ -1,11 +1,10 @@
 #include "bench/host/features/hole_charts.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 
+#include "bench/host/installation.h"
 #include "bench/host/text.h"
 
 namespace bench {
@@ -14,13 +13,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kBlanks = " \t\r\v\f";
-
-std::wstring Installation() {
-  std::wstring value(GetEnvironmentVariableW(L"PRO_DIRECTORY", nullptr, 0), L'\0');
-  // Without the terminator, which the first length counts.
-  value.resize(GetEnvironmentVariableW(L"PRO_DIRECTORY", value.data(), static_cast<DWORD>(value.size())));
-  return value;
-}
 
 std::vector<std::wstring> ChartsIn(const fs::path& directory) {
   std::vector<std::wstring> names;
@@ -46,7 +38,7 @@ bool BeginsWith(const std::string& line, std::wstring_view word) {
 }  // namespace
 
 std::optional<HoleCharts> FindHoleCharts() {
-  const fs::path installation = Installation();
+  const fs::path installation = InstallationDirectory();
   if (installation.empty()) return std::nullopt;
   const fs::path places[] = {installation / L"text" / L"hole",
                              installation / L"Common Files" / L"text" / L"hole",

@@ -24,14 +24,29 @@ class OnGround {
   Topology& ground_;
 };
 
-bool RefersToGeometry(const ElementNode& node, Model& model) {
+bool IsGeometry(const Feature& owner) {
+  return owner.type != kDatumPlane;
+}
+
+bool IsMadePlane(const Feature& owner) {
+  return owner.type == kDatumPlane && owner.tree;
+}
+
+bool RefersTo(const ElementNode& node, Model& model, bool (*is)(const Feature& owner)) {
   if (const auto* items = std::get_if<std::vector<ItemReference>>(&node.value))
     for (const ItemReference& item : *items) {
+      // A point turns nothing: what stands on one follows it by its key, without a question on the way.
+      if (item.type == PRO_POINT) continue;
       const Feature* owner = model.OwnerOf(item.type, item.id);
-      if (owner && owner->type != kDatumPlane) return true;
+      if (owner && is(*owner)) return true;
     }
-  return std::ranges::any_of(node.children,
-                             [&](const auto& child) { return RefersToGeometry(*child, model); });
+  return std::ranges::any_of(node.children, [&](const auto& child) { return RefersTo(*child, model, is); });
+}
+
+// The tree that tells where the feature lies; null when none does.
+const ElementNode* PlacingTree(const Feature& feature) {
+  if (feature.setup) return feature.setup.get();
+  return FeatureKind::Of(*feature.tree)->HasPlane() ? feature.tree.get() : nullptr;
 }
 
 std::optional<TreeProblem> Place(Model& model, Feature& feature) {
@@ -45,9 +60,13 @@ std::optional<TreeProblem> Place(Model& model, Feature& feature) {
 }  // namespace
 
 bool LiesOnGeometry(Model& model, const Feature& feature) {
-  if (feature.setup) return RefersToGeometry(*feature.setup, model);
-  const FeatureKind* kind = FeatureKind::Of(*feature.tree);
-  return kind->HasPlane() && RefersToGeometry(*feature.tree, model);
+  const ElementNode* tree = PlacingTree(feature);
+  return tree && RefersTo(*tree, model, IsGeometry);
+}
+
+bool LiesOnMadePlanes(Model& model, const Feature& feature) {
+  const ElementNode* tree = PlacingTree(feature);
+  return tree && (IsMadePlane(feature) || RefersTo(*tree, model, IsMadePlane));
 }
 
 std::optional<TreeProblem> PlaceOn(Topology& ground, Model& model, Feature& feature) {

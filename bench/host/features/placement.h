@@ -12,6 +12,10 @@ namespace bench {
 // Whether where the feature lies depends on the geometry before it, and not on datum planes alone.
 bool LiesOnGeometry(Model& model, const Feature& feature);
 
+// Whether it is a datum plane that a feature made, or lies on such a one: these move with their numbers,
+// while the geometry stays as it is.
+bool LiesOnMadePlanes(Model& model, const Feature& feature);
+
 // Places the feature anew, with `ground` as what the model's geometry is. It may be the model's own topology.
 std::optional<TreeProblem> PlaceOn(Topology& ground, Model& model, Feature& feature);
 

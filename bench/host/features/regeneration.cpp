@@ -117,7 +117,7 @@ class Course {
       Complain("feature " + std::to_string(feature.id) + " of " + ToUtf8(model_.name) + " has no recipe");
       return false;
     }
-    if (LiesOnGeometry(model_, feature)) {
+    if (LiesOnGeometry(model_, feature) || LiesOnMadePlanes(model_, feature)) {
       if (!Place(feature)) return false;
       if (geometry_.refusals.contains(feature.id)) return true;
     }
@@ -150,8 +150,8 @@ class Course {
   // False when the kernel doesn't tell. A feature that can't lie anywhere is refused.
   bool Place(Feature& feature) {
     const std::size_t ground = recipes_.LengthBefore(PlacedAs(feature));
-    if (!LiesThereAlready(feature, ground)) {
-      Topology* topology = TopologyOf(ground);
+    if (LiesOnMadePlanes(model_, feature) || !LiesThereAlready(feature, ground)) {
+      Topology* topology = LiesOnGeometry(model_, feature) ? TopologyOf(ground) : &model_.topology;
       if (!topology) return false;
       if (const auto problem = PlaceOn(*topology, model_, feature)) {
         geometry_.refusals[feature.id] = "element " + std::to_string(problem->element) + " " + problem->what;
@@ -223,8 +223,7 @@ std::set<int> NewlyRefused(const std::vector<Feature*>& features, const Geometry
 
 namespace {
 
-ProError RegenerateAlone(Model& model) {
-  if (model.type == PRO_MDL_ASSEMBLY) return PlaceComponents(model);
+ProError RegenerateFeatures(Model& model) {
   const auto features = FeaturesOf(model);
   auto geometry = Compute(model, features);
   if (!geometry) return PRO_TK_COMM_ERROR;
@@ -234,6 +233,16 @@ ProError RegenerateAlone(Model& model) {
   if (!refused.empty()) return PRO_TK_GENERAL_ERROR;
   Commit(model, std::move(geometry));
   return PRO_TK_NO_ERROR;
+}
+
+ProError RegenerateAlone(Model& model) {
+  if (model.type != PRO_MDL_ASSEMBLY) return RegenerateFeatures(model);
+  // An assembly's own planes come first: components are held to them.
+  const bool has_planes =
+      std::ranges::any_of(model.features, [](const auto& feature) { return TakesPart(*feature); });
+  if (has_planes)
+    if (const ProError status = RegenerateFeatures(model)) return status;
+  return PlaceComponents(model);
 }
 
 }  // namespace

@@ -46,6 +46,12 @@ const char* Name(HandleKind kind) {
       return "section errors";
     case HandleKind::kConstraint:
       return "component constraint";
+    case HandleKind::kDrawingErrors:
+      return "drawing errors";
+    case HandleKind::kInterference:
+      return "interference";
+    case HandleKind::kGeometryData:
+      return "geometry data";
   }
   return "handle";
 }

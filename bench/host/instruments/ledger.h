@@ -24,7 +24,10 @@ enum class HandleKind {
   kSurfaceReference,
   kSection,
   kSectionErrors,
-  kConstraint
+  kConstraint,
+  kInterference,
+  kGeometryData,
+  kDrawingErrors
 };
 
 const char* Name(HandleKind kind);

@@ -140,6 +140,12 @@ std::optional<ElementKind> KindOfElement(int id) {
       {2167, kInteger},
       {2168, kDouble},
       {2171, kInteger},
+      // datum plane
+      {410, kCompound},
+      {411, kCompound},
+      {412, kInteger},
+      {413, kReference},
+      {414, kDouble},
       // datum axis
       {2015, kCompound},
       {2016, kCompound},

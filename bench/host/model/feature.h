@@ -45,7 +45,8 @@ struct Feature {
   std::vector<int> parents;  // ids of the features that it stands on
   std::vector<int> members;  // of a group: its features; of a pattern: the feature or group that leads it
   std::vector<GeometryItem> items;
-  std::unique_ptr<Component> component;  // of component features: what they place; null for all others
+  std::shared_ptr<const std::string> imported;  // of imported features: their shape, in the kernel's words
+  std::unique_ptr<Component> component;         // of component features: what they place; null for all others
 };
 
 }  // namespace bench

@@ -14,6 +14,9 @@ Model* LiveSolid(const void* handle) {
 bool ItemExists(const ProModelitem& item) {
   Model* model = TheHost().session.Find(item.owner);
   if (!model) return false;
+  if (item.type == kCrossSectionType)
+    return std::ranges::find(model->cross_sections, item.id, &CrossSection::id) !=
+           model->cross_sections.end();
   switch (item.type) {
     case PRO_PART:
     case PRO_ASSEMBLY:

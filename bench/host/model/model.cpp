@@ -17,8 +17,17 @@ double MillimetresPer(LengthUnit unit) {
 }
 
 Feature* Model::FindFeature(int id) {
+  // Callers ask for one feature several times, and for those of a model one after the other. While features
+  // are being taken out, there are gaps in the list.
+  for (const std::size_t at : {last_found, last_found + 1}) {
+    if (at >= features.size() || !features[at] || features[at]->id != id) continue;
+    last_found = at;
+    return features[at].get();
+  }
   const auto found = std::ranges::find_if(features, [id](const auto& feature) { return feature->id == id; });
-  return found == features.end() ? nullptr : found->get();
+  if (found == features.end()) return nullptr;
+  last_found = static_cast<std::size_t>(found - features.begin());
+  return found->get();
 }
 
 Feature* Model::OwnerOf(ProType type, int id) {

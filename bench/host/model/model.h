@@ -5,10 +5,12 @@
 
 #include <map>
 #include <memory>
+#include <numbers>
 #include <string>
 #include <vector>
 
 #include "bench/host/model/dimension.h"
+#include "bench/host/model/drawing.h"
 #include "bench/host/model/feature.h"
 #include "bench/host/model/parameter.h"
 #include "bench/host/model/topology.h"
@@ -21,6 +23,16 @@ struct Geometry;
 enum class LengthUnit { kMillimetre, kInch, kMetre };
 double MillimetresPer(LengthUnit unit);
 
+// How a window shows a new model: from between the positive axes, with y up. A model's point as a row times
+// the matrix is a point of the screen: x to the right, y up, z towards the viewer.
+constexpr Matrix StartView() {
+  constexpr double third = std::numbers::inv_sqrt3, half = std::numbers::sqrt2 / 2;
+  return {{{half, -half * third, third, 0},
+           {0, 2 * half * third, third, 0},
+           {-half, -half * third, third, 0},
+           {0, 0, 0, 1}}};
+}
+
 struct Model {
   ProMdlType type = PRO_MDL_PART;
   std::wstring name;       // upper case
@@ -28,6 +40,8 @@ struct Model {
   bool renamed_since_save = false;
   bool modified = true;
   LengthUnit length_unit = LengthUnit::kMillimetre;
+  double density = 1;                              // of a part: g/cm³
+  Matrix view = StartView();                       // how its window shows it now; not kept in files
   std::vector<std::unique_ptr<Feature>> features;  // in the order of regeneration
   std::vector<Parameter> parameters;
   std::vector<Dimension> dimensions;  // in the order of their symbols
@@ -35,7 +49,10 @@ struct Model {
   int next_id = 1;  // features and their geometry share one count; ids are never reused
   std::map<std::string, int> ids_of_keys;  // every kernel key that was ever seen, so that ids stay
   Topology topology;
+  std::vector<CrossSection> cross_sections;  // in the order in which they were made
+  std::unique_ptr<Drawing> drawing;          // of drawings; null for all others
   std::shared_ptr<const Geometry> geometry;  // what the topology came of; null until the first regeneration
+  std::size_t last_found = 0;                // the index at which FindFeature found something last
 
   Feature* FindFeature(int id);
   // The feature that owns the item of that type and id, or null.
