@@ -140,6 +140,13 @@ TEST_F(ModelOpening, RefusesPathsThatItCanNotTake) {
   EXPECT_EQ(OpenFileInCreo({}), -2);
   EXPECT_EQ(OpenFileInCreo(For(folder_ / L"missing.prt")), -4);
   EXPECT_EQ(OpenFileInCreo(For(SomeFile(L"plain.txt"))), PRO_TK_GENERAL_ERROR);
+  // One character more than a path may have.
+  const std::wstring deep = folder_ / std::wstring(120, L'd');
+  std::filesystem::create_directories(std::filesystem::path(deep));
+  const std::wstring long_path = deep + L"\\" + std::wstring(260 - 5 - deep.size(), L'n') + L".prt";
+  ASSERT_EQ(long_path.size(), 260u);
+  std::ofstream(std::filesystem::path(long_path)) << "a part";
+  EXPECT_EQ(OpenFileInCreo(For(long_path)), -2);
   // A name without a directory, in the working directory.
   const std::wstring path = SavedPart(L"bolt");
   std::filesystem::current_path(std::filesystem::path(folder_.path()));
