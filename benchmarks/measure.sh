@@ -10,7 +10,7 @@ cmake --build "$root/build/native" --target benchmarks >"$root/build/benchmarks.
   { tail -n 40 "$root/build/benchmarks.log" >&2 && exit 1; }
 
 "$root/build/native/benchmarks/scan_benchmark"
-for name in dispatch sketch_commit rebuild assembly; do
+for name in dispatch sketch_commit rebuild assembly picture_and_import; do
   "$root/cmake/wine.sh" "$root/build/windows/benchmarks/${name}_benchmark.exe" | tr -d '\r'
 done
 

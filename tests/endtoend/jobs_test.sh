@@ -38,7 +38,9 @@ run "$root/examples/bracket_drawing.json" || complain "a step of the drawing fai
 svg=$root/out/bracket.svg
 [ -s "$svg" ] || complain "no sheet came of the drawing"
 rsvg-convert "$svg" >"$scratch/sheet.png" 2>>"$scratch/said" || complain "the sheet is no SVG"
-for words in 'SECTION A-A' 'DETAIL B  SCALE 2:1' '>BRACKET<' '>1:1<'; do
+# The bracket is 100 high around y = 97, and the ends of the cut at x = 170 lie 8 past it: at 39 and 155, from above 258
+# and 142 of 297.
+for words in 'SECTION A-A' 'DETAIL B  SCALE 2:1' '>BRACKET<' '>1:1<' 'M170 258L170 252' 'M170 142L170 148'; do
   grep -q "$words" "$svg" || complain "the sheet lacks $words"
 done
 

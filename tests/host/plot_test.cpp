@@ -124,6 +124,15 @@ TEST_F(PlotTest, SectionsAndDetailsAreMarkedOnTheirParents) {
   EXPECT_THAT(plot, Not(HasSubstr(R"(class="hidden")")));
 }
 
+TEST_F(PlotTest, ACutBesideTheViewHasNoLineOnIt) {
+  DrawingView& front = Front(100, 150, 2);
+  Section(front);
+  EXPECT_THAT(PlotSheet(*sheet_), HasSubstr("section-line"));
+  // The block ends at y = 20, the plane lies at 10 and then at 25.
+  part_->features.back()->plane.origin[1] = 25;
+  EXPECT_THAT(PlotSheet(*sheet_), Not(HasSubstr("section-line")));
+}
+
 TEST_F(PlotTest, DimensionsAreDrawnWhereTheyCanBeSeenAndToldElsewhere) {
   DrawingView& front = Front(100, 150, 2);
   DrawingView* top = nullptr;

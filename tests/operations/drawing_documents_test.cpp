@@ -10,6 +10,10 @@ constexpr const wchar_t* kCreate = L"api_drawing_create";
 constexpr const wchar_t* kBase = L"api_drawing_add_base_view";
 constexpr const wchar_t* kFromA3 = LR"({"template_path":"a3_drawing"})";
 constexpr const wchar_t* kA3Refused = L"Template 'a3_drawing' failed (status=-1).";
+// A template that asks for a view which no part can give.
+constexpr const char* kFilledInPart =
+    R"({"format":"creobench drawing template","version":1,"views":[{"plane":"NOWHERE","at":[1,1]}],)"
+    R"("sheets":[{"size":"A3","width":420,"height":297,"border":10,"scale":1}]})";
 const char* const kNewWay = "ProDrawingFromTemplateCreate";
 const char* const kOlderWay = "ProDrawingFromTmpltCreate";
 
@@ -101,9 +105,7 @@ TEST_F(DrawingDocuments, TheOlderCallServesWhereTheNewOneGivesNoDrawing) {
 
 TEST_F(DrawingDocuments, ErrorRecordsAreFreedAtOnceWhateverCameOfTheTemplate) {
   Slab();
-  Template(L"a3_drawing",
-           R"({"format":"creobench drawing template","version":1,"views":[{"plane":"NOWHERE","at":[1,1]}],)"
-           R"("sheets":[{"size":"A3","width":420,"height":297,"border":10,"scale":1}]})");
+  Template(L"a3_drawing", kFilledInPart);
   const std::vector<std::string> calls{kNewWay, kOlderWay, "ProDwgcreateErrsFree"};
   const std::uint64_t made = host().journal.Mark();
   EXPECT_TRUE(Run(kCreate).success) << "a template that is filled in part still makes a drawing";
@@ -116,6 +118,54 @@ TEST_F(DrawingDocuments, ErrorRecordsAreFreedAtOnceWhateverCameOfTheTemplate) {
   ExpectFailure(kCreate, kFromA3, L"Template 'a3_drawing' failed (status=-4).");
   EXPECT_THAT(CallsSince(refused, calls),
               ElementsAre(kNewWay, "ProDwgcreateErrsFree", kOlderWay, "ProDwgcreateErrsFree"));
+}
+
+TEST_F(DrawingDocuments, EveryCallOfACreationMayFailAndNothingIsKept) {
+  Slab();
+  Template(L"lib\\a0", kFilledInPart);
+  const std::wstring arguments =
+      Format(LR"({"template_path":"%s","model_path":"%s"})", JsonPath(L"lib\\a0.drw"), part_name());
+  ExpectNothingKept(kCreate, arguments, 25, [this] {
+    for (bench::Model* drawing : host().session.OfType(PRO_MDL_DRAWING))
+      EXPECT_EQ(ProMdlErase(bench::Handle(*drawing)), PRO_TK_NO_ERROR);
+    // Where the call that failed was the one that leads back.
+    std::filesystem::current_path(directory());
+  });
+}
+
+TEST_F(DrawingDocuments, AModelOnDiskIsOpenedWhereItLies) {
+  Slab();
+  Template(L"a3_drawing");
+  std::filesystem::create_directory(directory() / L"lib");
+  Succeed(L"api_document_save_as", Format(LR"({"file_path":"%s"})", JsonPath(L"lib\\slab.prt")));
+  ASSERT_EQ(ProMdlErase(bench::Handle(part())), PRO_TK_NO_ERROR);
+  const std::wstring slab = Format(LR"({"model_path":"%s"})", JsonPath(L"lib\\slab.prt.1"));
+  faults().Fail("ProMdlnameRetrieve", -1);
+  ExpectFailure(
+      kCreate, slab,
+      Format(L"Failed to open model '%s' (status=-1).", (directory() / L"lib\\slab.prt.1").wstring()));
+  EXPECT_EQ(std::filesystem::current_path(), directory());
+  Succeed(kCreate, slab);
+  EXPECT_EQ(std::filesystem::current_path(), directory());
+  EXPECT_EQ(drawing::PendingSource().source, host().session.OfType(PRO_MDL_PART).at(0));
+  ExpectFailure(kCreate, Format(LR"({"template_path":"%s","model_path":"slab"})", JsonPath(L"lib\\gone.drw")),
+                L"Template 'gone' failed (status=-4).");
+  EXPECT_EQ(std::filesystem::current_path(), directory());
+}
+
+TEST_F(DrawingDocuments, ComeBackFromDiskWithTheirViews) {
+  SlabWithBaseView(2);
+  Succeed(L"api_drawing_add_projected_view", LR"({"parent_view_name":"new_view_1"})");
+  const std::wstring views = Run(L"api_drawing_list_views").dataJson;
+  EXPECT_EQ(views,
+            LR"([{"name":"new_view_1","type":"General","scale":2},)"
+            LR"({"name":"new_view_2","type":"Projected","scale":2}])");
+  Succeed(L"api_document_save_as", Format(LR"({"file_path":"%s"})", JsonPath(L"sheet.drw")));
+  ASSERT_EQ(ProMdlErase(bench::Handle(Current())), PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProMdlErase(bench::Handle(part())), PRO_TK_NO_ERROR);
+  Succeed(L"api_document_open", Format(LR"({"file_path":"%s"})", JsonPath(L"sheet.drw.1")));
+  EXPECT_EQ(Run(L"api_drawing_list_views").dataJson, views);
+  ExpectLastView({100, 250}, {80, 20});  // 40 by 10 at scale 2, 100 above its parent
 }
 
 TEST_F(DrawingDocuments, NameBothTheirPlaceAndTheirSource) {

@@ -15,6 +15,7 @@
 #include "addin/text/format.h"
 #include "addin/text/utf8.h"
 #include "tests/support/operation_fixture.h"
+#include "tests/support/scoped_environment.h"
 
 namespace vek::support {
 namespace {
@@ -142,13 +143,13 @@ TEST_F(Screenshot, EachExtensionHasItsWriterAndASizeInInches) {
     const char *call, *head;
     const wchar_t* message;
   } cases[] = {
-      {L"a.BMP", L",\"width_px\":0,\"height_px\":40", ", 2, 0.01, 0.4, 100, 0, ", "BM",
+      {L"a.bMp", L",\"width_px\":0,\"height_px\":40", ", 2, 0.01, 0.4, 100, 0, ", "BM",
        L"Screenshot captured (0x40, view=iso)."},
-      {L"a.jpg", L",\"width_px\":64,\"height_px\":48", ", 2, 0.64, 0.48, 100, 3, ", "\xff\xd8",
+      {L"a.Jpg", L",\"width_px\":64,\"height_px\":48", ", 2, 0.64, 0.48, 100, 3, ", "\xff\xd8",
        L"Screenshot captured (64x48, view=iso)."},
       {L"a.JPEG", L",\"width_px\":64,\"height_px\":48", ", 2, 0.64, 0.48, 100, 3, ", "\xff\xd8",
        L"Screenshot captured (64x48, view=iso)."},
-      {L"a.tif", L",\"width_px\":64,\"height_px\":48", ", 2, 0.64, 0.48, 100, 1, ", "II",
+      {L"a.tIF", L",\"width_px\":64,\"height_px\":48", ", 2, 0.64, 0.48, 100, 1, ", "II",
        L"Screenshot captured (64x48, view=iso)."},
       {L"a.TIFF", L",\"width_px\":64,\"height_px\":48", ", 2, 0.64, 0.48, 100, 1, ", "II",
        L"Screenshot captured (64x48, view=iso)."},
@@ -244,6 +245,12 @@ TEST_F(Screenshot, APathIsAbsoluteOrStaysInTheScreenshotsFolder) {
     EXPECT_EQ(message.empty() ? resolved : L"", expected);
   }
 
+  {
+    const ScopedEnvironment endless(L"TMP", L"C:\\" + long_name);
+    ExpectFailure(kShot, LR"({"output_path":"a.png"})",
+                  L"Failed to resolve TEMP directory for screenshot output.");
+  }
+
   // The folders are made on the way.
   NewPart();
   const std::wstring own = Format(L"vek_test_%lu", ::GetCurrentProcessId());
@@ -302,6 +309,12 @@ TEST_F(Screenshot, WhatFailsOnTheWayGivesTheViewBack) {
     // The model's own window serves where none is current.
     faults().Fail("ProWindowCurrentGet", -1);
     EXPECT_EQ(Succeed(kShot, Arguments(L"b.bmp", small)).size(), 4u);
+  });
+  // Where no temporary file can be, a bitmap has no room; other pictures need none.
+  const ScopedEnvironment nowhere(L"TMP", (directory() / L"nowhere").wstring());
+  ViewStays([&] {
+    ExpectFailure(kShot, Arguments(L"d.png", small), L"Failed to allocate temporary BMP path.");
+    Succeed(kShot, Arguments(L"d.bmp", small));
   });
   // A view that couldn't be read can't be given back.
   faults().Fail("ProViewMatrixGet", -1);

@@ -14,6 +14,7 @@
 #include "addin/text/format.h"
 #include "addin/text/utf8.h"
 #include "tests/support/operation_fixture.h"
+#include "tests/support/scoped_environment.h"
 
 namespace vek::support {
 namespace {
@@ -143,6 +144,10 @@ TEST_F(StepImport, WhatFailsIsToldAndLeavesNoModel) {
   ExpectFailure(kImport, Arguments(file, L"a." + std::wstring(260, L'x')),
                 L"Temporary STEP import path is too long.");
   ExpectFailure(kImport, Arguments(file, L"a.b?c"), L"Failed to write temporary STEP file.");
+  {
+    const ScopedEnvironment nowhere(L"TMP", (directory() / L"nowhere").wstring());
+    ExpectFailure(kImport, Arguments(file, L"a.step"), L"Failed to allocate temporary STEP import path.");
+  }
   for (const std::string& broken : {std::string("no STEP file"), file.substr(0, file.size() / 2)})
     ExpectFailure(kImport, Arguments(broken, L"a.step"), L"STEP import failed (status=-16).");
   ExpectFailure(kImport, LR"({"data_base64":"!!"})", L"STEP import failed (status=-16).");

@@ -62,17 +62,24 @@ CreoMcpOperationResult ReferToBase(const ProGeomitem& base, OwnedSelection& sele
   return MakeSuccessResult();
 }
 
-CreoMcpOperationResult CreateFeature(ProSelection solid, ProElement tree, ProFeature& feature) {
+// Creates the feature and finds its surface.
+CreoMcpOperationResult CreatePlane(ProSolid solid, ProSelection selection, ProElement tree,
+                                   ProGeomitem& surface) {
   OwnedArray<int> options;
   if (options.Allocate(1) != PRO_TK_NO_ERROR || !options)
     return MakeFailureResult(L"Failed to allocate feature create options.");
   options[0] = kCreateOption;
+  ProFeature feature{};
   ProErrorlist errors{};
-  const ProError status =
-      ProFeatureWithoptionsCreate(solid, tree, options.As<ProFeatureCreateOptions>(), 0, &feature, &errors);
+  const ProError status = ProFeatureWithoptionsCreate(selection, tree, options.As<ProFeatureCreateOptions>(),
+                                                      0, &feature, &errors);
   if (status != PRO_TK_NO_ERROR)
     return MakeFailureResult(Format(L"Failed to create offset cutting plane (status=%d, errors=%d).", status,
                                     errors.error_number));
+
+  ProSolidRegenerate(solid, 0);
+  if (!FirstSurface(feature, surface))
+    return MakeFailureResult(L"Offset cutting plane was created but its surface could not be resolved.");
   return MakeSuccessResult();
 }
 
@@ -100,14 +107,7 @@ CreoMcpOperationResult CreateOffsetPlane(ProSolid solid, const ProGeomitem& base
 
   const ElementTreeBuilder tree = OffsetPlaneTree(reference.get(), offset, name);
   if (!tree.ok()) return MakeFailureResult(tree.message());
-  ProFeature feature{};
-  if (auto created = CreateFeature(solid_selection.get(), tree.tree(), feature); !created.success)
-    return created;
-
-  ProSolidRegenerate(solid, 0);
-  if (!FirstSurface(feature, surface))
-    return MakeFailureResult(L"Offset cutting plane was created but its surface could not be resolved.");
-  return MakeSuccessResult();
+  return CreatePlane(solid, solid_selection.get(), tree.tree(), surface);
 }
 
 }  // namespace vek::drawing

@@ -53,32 +53,19 @@ bool IsMade(ProError status, ProDrawing drawing) {
   return (status == PRO_TK_NO_ERROR || status == kMadeWithErrors) && drawing != nullptr;
 }
 
-ProError CreateTheNewWay(const std::wstring& name, const std::wstring& template_name,
-                         const SourceModel& source, ProDrawing& drawing) {
-  ProMdlName name_buffer, template_buffer;
+// One of the host's two calls, which differ in how long the names may be that they take.
+template <typename NameBuffer, typename Description, typename Call>
+ProError Create(Call* create, const std::wstring& name, const std::wstring& template_name,
+                const SourceModel& source, ProDrawing& drawing) {
+  NameBuffer name_buffer, template_buffer;
   CopyCut(name_buffer, name);
   CopyCut(template_buffer, template_name);
-  ProModelInfo model;
+  Description model;
   CopyCut(model.name, source.name);
   CopyCut(model.type, source.type_word);
   OwnedDrawingErrors errors;
   drawing = nullptr;
-  return ProDrawingFromTemplateCreate(name_buffer, template_buffer, &model, kDisplayDrawing, &drawing,
-                                      errors.out());
-}
-
-ProError CreateTheOlderWay(const std::wstring& name, const std::wstring& template_name,
-                           const SourceModel& source, ProDrawing& drawing) {
-  ProName name_buffer, template_buffer;
-  CopyCut(name_buffer, name);
-  CopyCut(template_buffer, template_name);
-  ProModel model;
-  CopyCut(model.name, source.name);
-  CopyCut(model.type, source.type_word);
-  OwnedDrawingErrors errors;
-  drawing = nullptr;
-  return ProDrawingFromTmpltCreate(name_buffer, template_buffer, &model, kDisplayDrawing, &drawing,
-                                   errors.out());
+  return create(name_buffer, template_buffer, &model, kDisplayDrawing, &drawing, errors.out());
 }
 
 // One try with one template. On failure the message tells of it.
@@ -90,9 +77,10 @@ CreoMcpOperationResult TryTemplate(const std::wstring& template_name, const std:
   if (!directory.empty() && !guard.changed())
     return MakeFailureResult(Format(L"Failed to change to template directory (status=%d).", guard.status()));
 
-  ProError status = CreateTheNewWay(name, template_name, source, drawing);
+  ProError status =
+      Create<ProMdlName, ProModelInfo>(ProDrawingFromTemplateCreate, name, template_name, source, drawing);
   if (IsMade(status, drawing)) return MakeSuccessResult();
-  status = CreateTheOlderWay(name, template_name, source, drawing);
+  status = Create<ProName, ProModel>(ProDrawingFromTmpltCreate, name, template_name, source, drawing);
   if (IsMade(status, drawing)) return MakeSuccessResult();
   drawing = nullptr;
   const std::wstring message = Format(L"Template '%s' failed (status=%d).", template_name, status);

@@ -108,8 +108,9 @@ TitleWords SheetPlot::Words() const {
 void SheetPlot::AddView(const DrawingView& view) {
   try {
     if (!drawing_.SolidOf(view)) throw NoProjection("its model is not in session");
-    const DrawingView& cut = view.detail ? *drawing_.View(view.parent) : view;
-    if (!cut.section.empty() && !CutOf(drawing_, cut)) throw NoProjection("its cross-section has no plane");
+    const DrawingView* cut = &view;
+    while (cut->detail) cut = drawing_.View(cut->parent);
+    if (!cut->section.empty() && !CutOf(drawing_, *cut)) throw NoProjection("its cross-section has no plane");
     const Rectangle outline = OutlineOf(drawing_, view);
     views_.push_back({&view, outline, outline, DrawView(drawing_, view, svg_), {}});
   } catch (const NoProjection& failure) {

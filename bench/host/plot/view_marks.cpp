@@ -15,6 +15,8 @@ namespace {
 constexpr double kLetterHeight = 5;
 // The sine below which directions count as parallel.
 constexpr double kParallel = 1e-6;
+// Millimetres on the sheet by which a line may miss a box and still run along its edge.
+constexpr double kOnEdge = 1e-6;
 
 Vector2 Plus(const Vector2& point, double factor, const Vector2& direction) {
   return {point[0] + factor * direction[0], point[1] + factor * direction[1]};
@@ -27,7 +29,10 @@ struct Span {
 Span SpanWithin(const Rectangle& box, const Vector2& point, const Vector2& along) {
   Span span;
   for (int i = 0; i < 2; ++i) {
-    if (std::abs(along[i]) < kParallel) continue;
+    if (std::abs(along[i]) < kParallel) {
+      if (point[i] < box.low[i] - kOnEdge || point[i] > box.high[i] + kOnEdge) return {1, -1};
+      continue;
+    }
     const double one = (box.low[i] - point[i]) / along[i], other = (box.high[i] - point[i]) / along[i];
     span.low = std::max(span.low, std::min(one, other));
     span.high = std::min(span.high, std::max(one, other));
