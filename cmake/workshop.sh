@@ -58,6 +58,8 @@ build() {
 
 # The bench's own Windows: a Wine prefix with drive D for the log and drive O for what a job writes.
 prepare_wine() {
+  getent hosts localhost >/dev/null ||
+    say "The name localhost means nothing here: requests to the companion application will fail. Give it 127.0.0.1 in /etc/hosts."
   local prefix="$bench_home/prefix"
   mkdir -p "$bench_home/drive_d" "$bench_home/work" "$out_dir"
   if [ ! -f "$prefix/.ready" ]; then

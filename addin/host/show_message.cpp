@@ -12,7 +12,7 @@ void ShowMessage(std::wstring_view text) {
   constexpr int kOkButton = 6;
   constexpr int kInformation = 2;
   OwnedArray<int> buttons;
-  if (buttons.Allocate(1) != PRO_TK_NO_ERROR) return;
+  if (buttons.Allocate(1) != PRO_TK_NO_ERROR || !buttons) return;
   buttons[0] = kOkButton;
   std::wstring title = L"Information";
   std::wstring message(text);

@@ -1,5 +1,4 @@
 // Documents and the disk: open, save under a new name, close.
-#include <ProUtil.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -36,32 +35,6 @@ class DocumentFiles : public support::OperationTest {
     bench::Model& sheet = AddModel(name, PRO_MDL_DRAWING);
     Succeed(L"api_document_activate", Argument(L"name_or_path", name));
     return sheet;
-  }
-
-  // Runs the operation with its calls failing one after another. After each run the working directory must be
-  // the one before, but for two: that in which the host doesn't tell it, and that in which the change back
-  // fails.
-  template <typename Prepare>
-  void FailEachCall(const std::wstring& operation, const std::wstring& arguments, Prepare prepare) {
-    constexpr int kMoreCallsThanMade = 60;
-    std::wstring home = bench::WorkingDirectory();
-    int not_gone_back = 0;
-    for (int number = 1; number <= kMoreCallsThanMade; ++number) {
-      SCOPED_TRACE(number);
-      prepare();
-      const auto mark = host().journal.Mark();
-      faults().FailNumber(number, PRO_TK_GENERAL_ERROR);
-      const auto result = Run(operation, arguments);
-      faults().Clear();
-      EXPECT_LT(CallsSince(mark).size(), std::size_t{kMoreCallsThanMade});
-      EXPECT_TRUE(host().ledger.Outstanding().empty());
-      EXPECT_TRUE(result.success || number < kMoreCallsThanMade) << operation << L": " << result.message;
-      if (bench::WorkingDirectory() == home) continue;
-      EXPECT_TRUE(result.success);
-      ++not_gone_back;
-      ProDirectoryChange(home.data());
-    }
-    EXPECT_EQ(not_gone_back, 2);
   }
 };
 
@@ -125,14 +98,6 @@ TEST_F(DocumentFiles, ThatCanNotBeOpenedTellWhy) {
 
   WriteFile(L"bracket.prt.2", "torn");
   ExpectFailure(open, bracket, L"Failed to open '" + full + L"' (status=-16).");
-}
-
-TEST_F(DocumentFiles, GiveTheWorkingDirectoryBackWhicheverCallFails) {
-  NewPart();
-  FailEachCall(L"api_document_save_as", FilePath(L"sub\\bracket.prt"), [&] { Current().name = L"BEFORE"; });
-  Succeed(L"api_document_save_as", FilePath(L"sub\\bracket.prt"));
-  FailEachCall(L"api_document_open", FilePath(L"sub\\bracket.prt.1"),
-               [&] { Run(L"api_document_close", LR"({"name_or_path":"bracket"})"); });
 }
 
 TEST_F(DocumentFiles, AreNotSavedUnderAnImpossibleName) {

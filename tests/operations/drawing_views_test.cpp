@@ -308,22 +308,5 @@ TEST_F(DrawingViews, AreListedByNameTypeAndScale) {
   EXPECT_TRUE(CallsSince(mark, {"ProMdlDisplay"}).empty());
 }
 
-TEST_F(DrawingViews, EveryCallMayFailAndNothingIsKept) {
-  SlabWithBaseView();
-  const struct {
-    const wchar_t *operation, *arguments;
-    std::size_t least_calls;
-  } cases[] = {
-      {kBase, L"{}", 15},
-      {kProjected, kOfFront, 10},
-      {kSection, LR"({"parent_view_name":"new_view_1","y1_mm":155,"y2_mm":155})", 40},
-      {kDetail, kOfFront, 30},
-      {kDimensions, LR"({"view_name":"new_view_1"})", 10},
-      {kList, L"{}", 8},
-  };
-  for (const auto& [operation, arguments, least_calls] : cases)
-    ExpectNothingKept(operation, arguments, least_calls, [&] { sheets().views.resize(1); });
-}
-
 }  // namespace
 }  // namespace vek::support

@@ -37,6 +37,11 @@ TEST_F(Message, IsNotShownWithoutButtons) {
   TheHost().faults.Fail("ProArrayAlloc", -1);
   ShowMessage(L"unseen");
   EXPECT_EQ(NamesSince(0), Names{"ProArrayAlloc"});
+
+  // Nor with an array that isn't there although its allocation succeeded.
+  TheHost().faults.NoEffect("ProArrayAlloc");
+  ShowMessage(L"unseen");
+  EXPECT_EQ(NamesSince(0), (Names{"ProArrayAlloc", "ProArrayAlloc"}));
 }
 
 }  // namespace

@@ -83,6 +83,7 @@ ProError CreateConstraint(ProSection section, const std::vector<OwnedSelection>&
   OwnedArray<ProSelection> array;
   const int count = static_cast<int>(selections.size());
   if (const ProError status = array.Allocate(count); status != PRO_TK_NO_ERROR) return status;
+  if (!array) return PRO_TK_GENERAL_ERROR;
   for (int i = 0; i < count; ++i) array[i] = selections[static_cast<std::size_t>(i)].get();
   ProSectionIntentManagerModeSet(section, PRO_B_TRUE);
   int id = -1;

@@ -1,0 +1,36 @@
+// What the fault sweep runs, as runs.json beside this file has it: grounds, and by family the runs, one or
+// more for each operation.
+//
+//   "ground": ["the ground it stands on", ["operation", {arguments}], …]
+//   ["ground", "operation", {arguments}, {"detours": [["call", status, first, last]], "succeeds": false}]
+//
+// In arguments `<dir>` stands for the test's directory and `<step>` for a STEP file as base64.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vek::support {
+
+struct Step {
+  std::wstring operation, arguments;
+};
+
+// Toolkit calls, from the first to the last of that name, that always answer so: they lead a run to the
+// branch behind the ordinary one. The status 0 is a success without effect.
+struct Detour {
+  std::string call;
+  int status, first, last;
+};
+
+struct FaultRun {
+  std::string family;        // those of one are run in one process
+  std::vector<Step> ground;  // what prepares an empty session
+  Step step;
+  std::vector<Detour> detours;
+  bool succeeds = true;  // when no other call fails
+};
+
+std::vector<FaultRun> ReadFaultRuns();
+
+}  // namespace vek::support
