@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <system_error>
 
+#include "bench/kernel/line_cutter.h"
+
 namespace bench::kernel {
 
 namespace {
@@ -67,21 +69,15 @@ void Connection::Send(std::string_view bytes) {
 }
 
 void Connection::Serve(const std::function<std::string(std::string_view)>& answer) {
-  std::string pending;
-  std::size_t searched = 0;
+  LineCutter lines;
   std::array<char, 65536> chunk;
   for (;;) {
     const ssize_t received = recv(socket_, chunk.data(), chunk.size(), 0);
     if (received < 0 && errno == EINTR) continue;
     if (received < 0) Fail("recv");
     if (received == 0) return;
-    pending.append(chunk.data(), static_cast<std::size_t>(received));
-    for (std::size_t end; (end = pending.find('\n', searched)) != std::string::npos; searched = 0) {
-      const std::string_view line(pending.data(), end);
-      if (line.find_first_not_of(" \t\r") != std::string_view::npos) Send(answer(line) + '\n');
-      pending.erase(0, end + 1);
-    }
-    searched = pending.size();
+    lines.Add({chunk.data(), static_cast<std::size_t>(received)});
+    while (const auto line = lines.Next()) Send(answer(*line) + '\n');
   }
 }
 

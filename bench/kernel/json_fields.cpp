@@ -45,12 +45,15 @@ double Fields::Number(const char* key, double otherwise) const {
   return Has(key) ? Number(key) : otherwise;
 }
 
-int Fields::Integer(const char* key) const {
-  const json& value = Member(key);
-  if (!value.is_number_integer()) Complain(Quoted(key) + " must be an integer");
+int Fields::AsInteger(const json& value, const std::string& what) const {
+  if (!value.is_number_integer()) Complain(what + " must be an integer");
   const auto number = value.get<std::int64_t>();
-  if (number < 0 || number > std::numeric_limits<int>::max()) Complain(Quoted(key) + " is out of range");
+  if (number < 0 || number > std::numeric_limits<int>::max()) Complain(what + " is out of range");
   return static_cast<int>(number);
+}
+
+int Fields::Integer(const char* key) const {
+  return AsInteger(Member(key), Quoted(key));
 }
 
 bool Fields::Flag(const char* key, bool otherwise) const {

@@ -34,7 +34,9 @@ class Fields {
   gp_XYZ Vector(const char* key) const;
   Fields Object(const char* key) const;
 
-  // The two coordinates of a section's point; `what` names it in a complaint.
+  // A whole number from 0 on; `what` names it in a complaint.
+  int AsInteger(const nlohmann::json& value, const std::string& what) const;
+  // The two coordinates of a section's point.
   gp_Pnt2d AsPoint2d(const nlohmann::json& value, const std::string& what) const;
 
   [[noreturn]] void Complain(const std::string& about) const;

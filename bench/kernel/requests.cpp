@@ -33,6 +33,25 @@ ExportFormat ReadFormat(const Fields& fields) {
   fields.Complain("unknown format '" + format + "'");
 }
 
+// No request is nearly as deep. The JSON library writes what it has read by calling itself for each level.
+bool IsTooDeep(std::string_view line) {
+  constexpr int kDeepest = 64;
+  int depth = 0;
+  bool in_string = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = line[i];
+    if (c == '"') in_string = !in_string;
+    if (in_string) {
+      if (c == '\\') ++i;
+    } else if (c == '[' || c == '{') {
+      if (++depth > kDeepest) return true;
+    } else if (c == ']' || c == '}') {
+      --depth;
+    }
+  }
+  return false;
+}
+
 // What `compute` gives, or why the geometry can't give it.
 template <typename Compute>
 json OrRefused(Compute&& compute) {
@@ -92,6 +111,7 @@ json Requests::Carry(const json& request) {
 std::string Requests::Answer(std::string_view line) {
   json answer = {{"id", nullptr}};
   const Outcome outcome = Guarded([&] {
+    if (IsTooDeep(line)) throw BadRequest("the line is nested too deeply");
     constexpr bool kThrow = false;
     const json request = json::parse(line, nullptr, kThrow);
     if (request.is_discarded()) throw BadRequest("the line is not JSON");

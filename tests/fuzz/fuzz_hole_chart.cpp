@@ -20,6 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::wstring designation = vek::feature::NormalizeThreadDesignation(chart);
   Require(designation.size() <= chart.size());
   Require(designation.find(L'X') == std::wstring::npos);
+  Require(vek::feature::NormalizeThreadDesignation(designation) == designation);
   Require(vek::feature::DesignationDiameter(designation) >= 0);
   return 0;
 }

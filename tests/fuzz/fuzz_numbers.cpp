@@ -1,4 +1,5 @@
 // The input is a text that may start with a number; the C library's reader of narrow text is the measure.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -26,7 +27,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int length = std::snprintf(measure, sizeof measure, "%g|%.3f|%f", number, number, number);
   Require(printed == vek::fuzz::Widened({measure, static_cast<std::size_t>(length)}));
 
-  vek::ReadLeadingInteger(text);
+  const long long integer =
+      std::clamp<long long>(std::strtoll(bytes.c_str(), nullptr, 10), INT32_MIN, INT32_MAX);
+  Require(vek::ReadLeadingInteger(text) == integer);
   Require(vek::EqualsIgnoreCase(text, vek::ToUpper(text)) || text.find(L'\x00B5') != std::wstring::npos);
   return 0;
 }

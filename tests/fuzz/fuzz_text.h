@@ -3,9 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
+
+#include "addin/text/utf8.h"
 
 namespace vek::fuzz {
 
@@ -20,8 +23,22 @@ inline std::wstring Widened(std::string_view bytes) {
   return text;
 }
 
-inline void Require(bool holds) {
-  if (!holds) std::abort();
+// The text that the server makes of such bytes.
+inline std::wstring TextOf(std::string_view bytes) {
+  std::wstring text = DecodeUtf8(bytes);
+  return text.empty() ? Widened(bytes) : text;
+}
+
+inline bool IsAscii(std::string_view bytes) {
+  for (const char byte : bytes)
+    if (static_cast<unsigned char>(byte) >= 0x80) return false;
+  return true;
+}
+
+inline void Require(bool holds, int line = __builtin_LINE()) {
+  if (holds) return;
+  std::fprintf(stderr, "line %d doesn't hold\n", line);
+  std::abort();
 }
 
 }  // namespace vek::fuzz

@@ -1,5 +1,5 @@
-// Whatever a manifest that is taken tells, its files stay in the folder and keep apart, and its version is
-// read back from its text.
+// Whatever a manifest that is taken tells, its files stay in the folder and keep apart, also put aside, and
+// its version is read back from its text.
 #include "addin/text/utf8.h"
 #include "addin/text/wide_text.h"
 #include "deploy/helper/file_names.h"
@@ -22,6 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const helper::ManifestFile& file = manifest.files[i];
     Require(helper::IsUpdateFileName(file.name) && file.sha256.size() == 64);
     Require(file.name.find_first_of(L"\\/:") == std::wstring::npos && file.name != L"..");
+    const auto aside = helper::ReadAsideName(helper::AsideName(file.name, 12));
+    Require(aside && aside->name == file.name && aside->number == 12);
     for (std::size_t j = 0; j < i; ++j) Require(!vek::EqualsIgnoreCase(file.name, manifest.files[j].name));
     helper_listed = helper_listed || vek::EqualsIgnoreCase(file.name, helper::kHelperFile);
   }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "bench/host/features/section_solver.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
@@ -58,6 +59,20 @@ TEST_F(KernelClientTest, KernelThatTalksNonsenseIsNotBelieved) {
     EXPECT_FALSE(Answers()) << script;
     EXPECT_TRUE(Complained("answered what no one asked")) << script;
   }
+}
+
+TEST_F(KernelClientTest, AnswersThatDontBelongToTheirRequestsAreNoAnswers) {
+  UseScript("answers_beside_the_point.sh");
+  EXPECT_FALSE(Answers());
+  EXPECT_TRUE(Complained("rejects a request"));
+
+  host().kernel.SetProgram(std::filesystem::path(VEK_TEST_KERNELS).wstring() +
+                           L"/answers_beside_the_point.sh");
+  const SolvedSection solved = SolveSection({});
+  host().kernel.SetProgram(KernelProgram());
+  EXPECT_FALSE(solved.section);
+  EXPECT_TRUE(solved.no_kernel);
+  EXPECT_TRUE(Complained("can't be read"));
 }
 
 TEST_F(KernelClientTest, ProgramThatCantRunIsAClearComplaint) {

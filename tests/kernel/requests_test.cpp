@@ -35,6 +35,16 @@ TEST(Requests, AnswerUnderTheirId) {
   }
 }
 
+TEST(Requests, ThatNestBeyondAllReasonAreErrors) {
+  const auto nested = [](std::size_t levels) {
+    return R"({"do":"regenerate","recipes":[],"id":)" + std::string(levels, '[') + std::string(levels, ']') +
+           "}";
+  };
+  EXPECT_TRUE(Ask(nested(63)).contains("ok"));
+  for (const std::size_t levels : {64, 1'000'000})
+    EXPECT_EQ(Ask(nested(levels)).value("error", ""), "the line is nested too deeply");
+}
+
 TEST(Requests, ThatMakeNoSenseAreErrors) {
   const std::pair<const char*, const char*> cases[] = {
       {"{\"id\": 1, \"do\": \"regenerate\", \"recipes\": [1e999]}", "the line is not JSON"},
@@ -88,6 +98,10 @@ TEST(Recipes, ThatMakeNoSenseAreErrors) {
     }
     EXPECT_EQ(Complaint(recipe), one.error) << one.path;
   }
+  // 2^32 + 1 is not the 1 that is left of it in an integer.
+  EXPECT_EQ(
+      Complaint({{"feature", 2}, {"kind", "pattern"}, {"members", {4294967297}}, {"motions", json::array()}}),
+      "recipe 1: each of 'members' is out of range");
 }
 
 TEST(Guarded, TurnsEveryFailureIntoAnError) {

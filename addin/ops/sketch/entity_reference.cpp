@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "addin/ops/sketch/session.h"
 #include "addin/text/format.h"
 #include "addin/text/wide_text.h"
 
@@ -59,25 +58,6 @@ bool ParseEntityReference(std::wstring_view text, EntityReference& reference, st
   if (reference.point != 0) return true;
   error = Format(L"Unknown point specifier '%s' in '%s'.", parts[2], text);
   return false;
-}
-
-int FindEntity(const SketchSession& session, wchar_t letter, int index) {
-  int count = 0;
-  for (std::size_t i = 0; i < session.entities.size(); ++i)
-    if (session.entities[i].letter == letter && ++count == index) return static_cast<int>(i);
-  return -1;
-}
-
-bool ResolveEntityReference(const SketchSession& session, std::wstring_view text, EntityReference& reference,
-                            int& entity_id, std::wstring& error) {
-  if (!ParseEntityReference(text, reference, error)) return false;
-  const int place = FindEntity(session, reference.letter, reference.index);
-  if (place < 0) {
-    error = Format(L"Entity '%s' not found in sketch '%s'.", text, session.name);
-    return false;
-  }
-  entity_id = session.entities[static_cast<std::size_t>(place)].entity_id;
-  return true;
 }
 
 }  // namespace vek::sketch

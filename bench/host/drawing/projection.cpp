@@ -5,6 +5,7 @@
 
 #include "bench/host/features/scene.h"
 #include "bench/host/host.h"
+#include "bench/host/kernel_link/kernel_answer.h"
 
 namespace bench {
 namespace {
@@ -28,7 +29,7 @@ Projection Read(const json& answer, bool only_bounds) {
   answer.at("visible").get_to(projection.visible);
   answer.at("hidden").get_to(projection.hidden);
   for (const json& region : answer.at("section"))
-    projection.section.push_back({region.at("body").get<int>(), region.at("outer").get<Polyline>(),
+    projection.section.push_back({IntegerAt(region, "body"), region.at("outer").get<Polyline>(),
                                   region.at("holes").get<std::vector<Polyline>>()});
   return projection;
 }

@@ -6,6 +6,7 @@
 
 #include "bench/host/features/section_recipe.h"
 #include "bench/host/host.h"
+#include "bench/host/kernel_link/kernel_answer.h"
 
 namespace bench {
 namespace {
@@ -74,6 +75,21 @@ void ReadEntity(const json& moved, double scale, SectionEntity& entity) {
   if (moved.contains("end")) entity.end_angle = moved["end"].get<double>();
 }
 
+// The section as the answer has it. Throws when the answer isn't about this section.
+SectionData Solved(const SectionData& section, const json& answer, double scale, std::size_t first_dimension,
+                   std::optional<int> measured) {
+  SectionData solved = section;
+  for (const json& moved : answer.at("entities"))
+    ReadEntity(moved, scale, solved.entities.at(IntegerAt(moved, "id")));
+  std::size_t place = first_dimension;
+  for (auto& [id, dimension] : solved.dimensions) {
+    const double unit = dimension.type == kAngleDimension ? 1 : scale;
+    if (id == measured) dimension.value = answer.at("values").at(place).get<double>() / unit;
+    ++place;
+  }
+  return solved;
+}
+
 }  // namespace
 
 SolvedSection SolveSection(const SectionData& section, std::optional<int> measured) {
@@ -97,16 +113,12 @@ SolvedSection SolveSection(const SectionData& section, std::optional<int> measur
   if (!answer) return {std::nullopt, "the geometry kernel gives no answer", true};
   if (answer->contains("refused")) return {std::nullopt, answer->at("refused").get<std::string>()};
 
-  SolvedSection solved{section, {}};
-  for (const json& moved : answer->at("entities"))
-    ReadEntity(moved, scale, solved.section->entities.at(moved.at("id").get<int>()));
-  std::size_t place = first_dimension;
-  for (auto& [id, dimension] : solved.section->dimensions) {
-    const double unit = dimension.type == kAngleDimension ? 1 : scale;
-    if (id == measured) dimension.value = answer->at("values").at(place).get<double>() / unit;
-    ++place;
+  try {
+    return {Solved(section, *answer, scale, first_dimension, measured), {}};
+  } catch (const std::exception& exception) {
+    Complain(std::string("the geometry kernel's answer can't be read: ") + exception.what());
+    return {std::nullopt, "the geometry kernel's answer can't be read", true};
   }
-  return solved;
 }
 
 }  // namespace bench

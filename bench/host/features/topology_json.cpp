@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "bench/host/host.h"
+#include "bench/host/kernel_link/kernel_answer.h"
 
 namespace bench {
 namespace {
@@ -27,10 +28,10 @@ void ReadIfThere(const json& from, const char* key, double& number) {
 FaceInfo ReadFace(const json& from) {
   FaceInfo face;
   face.key = from.at("key").get<std::string>();
-  face.feature = from.at("feature").get<int>();
+  face.feature = IntegerAt(from, "feature");
   face.type = from.at("type").get<std::string>();
   face.area = from.at("area").get<double>();
-  face.orientation = from.at("orientation").get<int>();
+  face.orientation = IntegerAt(from, "orientation");
   from.at("u").get_to(face.u);
   from.at("v").get_to(face.v);
   ReadIfThere(from, "origin", face.origin);
@@ -50,7 +51,7 @@ FaceInfo ReadFace(const json& from) {
 EdgeInfo ReadEdge(const json& from) {
   EdgeInfo edge;
   edge.key = from.at("key").get<std::string>();
-  edge.feature = from.at("feature").get<int>();
+  edge.feature = IntegerAt(from, "feature");
   from.at("faces").get_to(edge.faces);
   edge.type = from.at("type").get<std::string>();
   edge.from = ReadVector(from.at("from"));
@@ -73,7 +74,7 @@ MassProperties ReadMass(const json& from) {
 void ReadTopology(const json& answer, Topology& topology) {
   for (const json& face : answer.at("faces")) topology.faces.push_back(ReadFace(face));
   for (const json& edge : answer.at("edges")) topology.edges.push_back(ReadEdge(edge));
-  topology.bodies = answer.at("bodies").get<int>();
+  topology.bodies = IntegerAt(answer, "bodies");
   if (const json& box = answer.at("outline"); !box.is_null())
     topology.outline = Box{ReadVector(box.at("low")), ReadVector(box.at("high"))};
   if (const json& mass = answer.at("mass"); !mass.is_null()) topology.mass = ReadMass(mass);
@@ -81,7 +82,7 @@ void ReadTopology(const json& answer, Topology& topology) {
 
 void ReadItems(const json& answer, const char* list, ProType type, std::vector<Geometry::Item>& items) {
   for (const json& entry : answer.at(list))
-    items.push_back({type, entry.at("feature").get<int>(), entry.at("key").get<std::string>()});
+    items.push_back({type, IntegerAt(entry, "feature"), entry.at("key").get<std::string>()});
 }
 
 }  // namespace
@@ -90,7 +91,7 @@ bool ReadGeometry(const json& answer, Geometry& geometry) {
   try {
     for (const json& feature : answer.at("features"))
       if (feature.at("status").get<std::string>() != "ok")
-        geometry.refusals[feature.at("feature").get<int>()] = feature.value("reason", "");
+        geometry.refusals[IntegerAt(feature, "feature")] = feature.value("reason", "");
     ReadTopology(answer, geometry.topology);
     ReadItems(answer, "faces", PRO_SURFACE, geometry.items);
     ReadItems(answer, "edges", PRO_EDGE, geometry.items);

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "bench/host/host.h"
+#include "bench/host/kernel_link/kernel_answer.h"
 #include "bench/host/kernel_link/kernel_process.h"
 #include "bench/host/text.h"
 
@@ -29,14 +30,10 @@ namespace {
 
 // The "ok" of an answer to the request with that id.
 std::optional<nlohmann::json> ReadAnswer(const std::string& line, int id) {
-  nlohmann::json answer = nlohmann::json::parse(line, nullptr, false);
-  if (!answer.is_object() || !answer.contains("id") || answer["id"] != id)
-    throw KernelLost("the geometry kernel answered what no one asked");
-  if (const auto ok = answer.find("ok"); ok != answer.end()) return std::move(*ok);
-  const auto error = answer.find("error");
-  Complain("the geometry kernel rejects a request: " +
-           (error != answer.end() && error->is_string() ? error->get<std::string>() : line));
-  return std::nullopt;
+  KernelAnswer answer = ReadKernelAnswer(line, id);
+  if (!answer.is_asked_for) throw KernelLost("the geometry kernel answered what no one asked");
+  if (!answer.ok) Complain("the geometry kernel rejects a request: " + answer.rejection);
+  return std::move(answer.ok);
 }
 
 }  // namespace

@@ -83,7 +83,10 @@ void* StartProgram(const std::wstring& program, int port) {
                       nullptr, &startup, &process))
     throw KernelGivenUp("the geometry kernel '" + ToUtf8(program) + "' can't be started: error " +
                         std::to_string(GetLastError()));
-  if (process.hThread) CloseHandle(process.hThread);
+  // For a native program Wine gives no handles and leaves whatever it finds in the thread's place: closed,
+  // that could be a handle of somebody else's.
+  if (!process.hProcess) return nullptr;
+  CloseHandle(process.hThread);
   return process.hProcess;
 }
 

@@ -10,6 +10,7 @@
 #include "bench/host/features/imported.h"
 #include "bench/host/host.h"
 #include "bench/host/kernel_link/base64.h"
+#include "bench/host/kernel_link/kernel_answer.h"
 #include "bench/host/model/start_template.h"
 #include "bench/host/storage/file_names.h"
 #include "bench/host/storage/model_file.h"
@@ -24,7 +25,7 @@ using nlohmann::json;
 constexpr wchar_t kFiller = L'_';
 
 StepModel::Component ReadComponent(const json& from, std::size_t models_before) {
-  StepModel::Component component{from.at("model").get<std::size_t>(), kNoMove};
+  StepModel::Component component{static_cast<std::size_t>(IntegerAt(from, "model")), kNoMove};
   if (component.model >= models_before) throw std::runtime_error("a component stands before its model");
   const json& numbers = from.at("place");
   for (std::size_t i = 0; i < 12; ++i) numbers.at(i).get_to(component.place[i / 4][i % 4]);
@@ -44,7 +45,7 @@ StepModel ReadModel(const json& from, std::size_t models_before) {
 
 void ReadAnswer(const json& answer, StepFile& file) {
   for (const json& model : answer.at("models")) file.models.push_back(ReadModel(model, file.models.size()));
-  answer.at("root").get_to(file.root);
+  file.root = static_cast<std::size_t>(IntegerAt(answer, "root"));
   if (file.root >= file.models.size()) throw std::runtime_error("it has no root");
 }
 

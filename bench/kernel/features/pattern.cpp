@@ -182,10 +182,8 @@ gp_Trsf ReadMotion(const Fields& fields, const json& values) {
 
 std::unique_ptr<const Feature> ReadPattern(const Fields& fields, const std::string&) {
   PatternRecipe recipe;
-  for (const json& member : fields.Array("members")) {
-    if (!member.is_number_integer()) fields.Complain("each of 'members' must be an integer");
-    recipe.members.push_back(member.get<int>());
-  }
+  for (const json& member : fields.Array("members"))
+    recipe.members.push_back(fields.AsInteger(member, "each of 'members'"));
   for (const json& motion : fields.Array("motions")) recipe.motions.push_back(ReadMotion(fields, motion));
   if (recipe.members.empty() || recipe.motions.empty())
     fields.Complain("a pattern needs members and motions");
