@@ -128,13 +128,13 @@ bool CopyColors(Gdiplus::Bitmap& from, HBITMAP to) {
   return context && ::SetDIBColorTable(context.get(), 0, static_cast<UINT>(colors.size()), colors.data()) > 0;
 }
 
-bool CopyPixels(Gdiplus::Bitmap& from, int bits, void* pixels) {
-  const Gdiplus::Rect all(0, 0, static_cast<INT>(from.GetWidth()), static_cast<INT>(from.GetHeight()));
+bool CopyPixels(Gdiplus::Bitmap& from, int width, int height, int bits, void* pixels) {
+  const Gdiplus::Rect all(0, 0, width, height);
   const Gdiplus::PixelFormat format = FormatOf(from.GetPixelFormat());
   Gdiplus::BitmapData data{};
-  data.Width = from.GetWidth();
-  data.Height = from.GetHeight();
-  data.Stride = BytesOfRow(all.Width, bits);
+  data.Width = static_cast<UINT>(width);
+  data.Height = static_cast<UINT>(height);
+  data.Stride = BytesOfRow(width, bits);
   data.PixelFormat = format;
   data.Scan0 = pixels;
   constexpr UINT kIntoOurs = Gdiplus::ImageLockModeRead | Gdiplus::ImageLockModeUserInputBuf;
@@ -211,7 +211,7 @@ std::optional<Image> Image::Load(const std::wstring& path) {
   void* pixels = nullptr;
   if (!bitmap->handle.Create(bitmap->width, bitmap->height, bits, pixels)) return std::nullopt;
   if (bits <= 8 && !CopyColors(source, bitmap->handle.get())) return std::nullopt;
-  if (!CopyPixels(source, bits, pixels)) return std::nullopt;
+  if (!CopyPixels(source, bitmap->width, bitmap->height, bits, pixels)) return std::nullopt;
   return Image(std::move(bitmap));
 }
 

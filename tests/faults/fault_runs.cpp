@@ -36,15 +36,34 @@ FaultRun ReadRun(const std::string& family, const Json& grounds, const Json& row
   return run;
 }
 
+Json ReadRunFile() {
+  std::ifstream stream(VEK_FAULT_RUNS);
+  return Json::parse(stream);
+}
+
 }  // namespace
 
 std::vector<FaultRun> ReadFaultRuns() {
-  std::ifstream stream(VEK_FAULT_RUNS);
-  const Json file = Json::parse(stream);
+  const Json file = ReadRunFile();
   std::vector<FaultRun> runs;
   for (const auto& [family, rows] : file.at("families").items())
     for (const Json& row : rows) runs.push_back(ReadRun(family, file.at("grounds"), row));
   return runs;
+}
+
+std::vector<int> StatusTable::Of(const std::string& call) const {
+  std::vector<int> statuses = of_all;
+  if (const auto found = beyond.find(call); found != beyond.end())
+    statuses.insert(statuses.end(), found->second.begin(), found->second.end());
+  return statuses;
+}
+
+StatusTable ReadStatuses() {
+  StatusTable table;
+  const Json file = ReadRunFile();
+  for (const auto& [call, statuses] : file.at("statuses").items())
+    (call == "*" ? table.of_all : table.beyond[call]) = statuses.get<std::vector<int>>();
+  return table;
 }
 
 }  // namespace vek::support

@@ -4,9 +4,12 @@
 //   "ground": ["the ground it stands on", ["operation", {arguments}], …]
 //   ["ground", "operation", {arguments}, {"detours": [["call", status, first, last]], "succeeds": false}]
 //
+//   "statuses": {"call": [status, …]}: what the add-in takes from it as something else than a failure
+//
 // In arguments `<dir>` stands for the test's directory and `<step>` for a STEP file as base64.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -32,5 +35,14 @@ struct FaultRun {
 };
 
 std::vector<FaultRun> ReadFaultRuns();
+
+// With which statuses each call is to fail.
+struct StatusTable {
+  std::vector<int> of_all;
+  std::map<std::string, std::vector<int>> beyond;
+
+  std::vector<int> Of(const std::string& call) const;
+};
+StatusTable ReadStatuses();
 
 }  // namespace vek::support
