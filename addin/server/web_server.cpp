@@ -176,6 +176,9 @@ void VekWebServer::ServeOneConnection() {
 
   HttpServerRequest request;
   if (!ReadRequest(accepted.get(), request)) return;
+  // Behind a stop no timer runs a batch any more: taken now, it would hold the host's own end for the whole
+  // of the bridge's wait.
+  if (stopRequested_) return;
   listener_->clientSocket = accepted.release();
   Log(L"VekWebServer: Received request: " + request.method + L" " + request.path);
 
@@ -197,7 +200,7 @@ bool VekWebServer::ReadRequest(SocketLayer::Handle socket, HttpServerRequest& re
   sockets_.SetNonBlocking(socket);
   int received = 0;
   const auto text_so_far = [&] { return DecodeRequest({buffer.data(), static_cast<std::size_t>(received)}); };
-  while (received < kReceiveBuffer - 1) {
+  while (received < kReceiveBuffer - 1 && !stopRequested_) {
     if (sockets_.SelectForReading(socket, kClientSilence) < 1) break;
     const int count = sockets_.Receive(socket, buffer.data() + received, kReceiveBuffer - received - 1);
     if (count < 1) break;

@@ -44,7 +44,8 @@ class VekWebServer {
   bool Start();
 
   // Closes the sockets and waits for the thread; a batch in flight holds it up until the bridge's wait is
-  // over.
+  // over. A request that is still being read is dropped, at the latest when its client has been silent for
+  // two seconds.
   void Stop();
 
   const std::wstring& LastError() const { return lastError_; }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -30,6 +31,9 @@ struct Host {
   Announcements announcements;
   KernelClient kernel;
   std::deque<std::string> macros;  // commands that a macro has queued
+
+  // Stops the add-in and starts it again, on the main thread; empty without an add-in.
+  std::function<void()> restart_addin;
 
   // An empty session with nothing given out, nothing scripted and nothing recorded; the thread that calls it
   // is the main one from now on. The working directory and the kernel stay as they are.

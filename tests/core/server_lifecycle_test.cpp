@@ -112,6 +112,47 @@ TEST(ServerLifecycle, TakesTheSocketFromAConnectionInItsHandler) {
   EXPECT_EQ(running.sockets.OpenHandles(), 0u);
 }
 
+// A request that comes to its end only behind the stop would hold it up for the whole of the bridge's wait.
+TEST(ServerLifecycle, DropsTheRequestThatItIsReadingWhenItStops) {
+  support::ClearCapturedLog();
+  RunningServer running;
+  running.Start();
+  RawConnection client(running.port());
+  client.Send(Post("/execute", R"({"operations":{"echo":{}}})").substr(0, 40));
+  std::this_thread::sleep_for(100ms);
+  std::thread stopper([&] { running.server.Stop(); });
+  std::this_thread::sleep_for(100ms);
+  client.Send(Post("/execute", R"({"operations":{"echo":{}}})").substr(40));
+  EXPECT_EQ(client.ReadToEnd(), "");
+  stopper.join();
+  EXPECT_EQ(CountCaptured(L"VekWebServer: VekWebServer: Received request: POST /execute"), 0);
+}
+
+// Whoever never comes to the end of his request would hold up the host's own end for as long as he likes.
+TEST(ServerLifecycle, StopsUnderAClientThatNeverFallsSilent) {
+  support::ClearCapturedLog();
+  RunningServer running;
+  running.Start();
+  std::atomic<bool> sending{false};
+  std::atomic<bool> gone{false};
+  std::thread client([&] {
+    RawConnection endless(running.port());
+    for (int i = 0; i < 200 && !gone; ++i) {
+      endless.Send("x");
+      sending = true;
+      std::this_thread::sleep_for(50ms);
+    }
+    sending = false;
+  });
+  ASSERT_TRUE(Eventually([&] { return sending.load(); }));
+  std::this_thread::sleep_for(100ms);
+  running.server.Stop();
+  EXPECT_TRUE(sending) << "the server was stopped only when its client had enough";
+  gone = true;
+  client.join();
+  EXPECT_EQ(running.sockets.OpenHandles(), 0u);
+}
+
 TEST(ServerLifecycle, GoesOnAfterAnExceptionAndCanBeStoppedByARequest) {
   support::ClearCapturedLog();
   RunningServer running;

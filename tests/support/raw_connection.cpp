@@ -36,6 +36,15 @@ bool RawConnection::Send(std::string_view bytes) {
   return true;
 }
 
+void RawConnection::FinishSending() {
+  ::shutdown(descriptor_, SHUT_WR);
+}
+
+void RawConnection::EndWithReset() {
+  const linger at_once{1, 0};
+  ::setsockopt(descriptor_, SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
+}
+
 bool RawConnection::HasAnswer(std::chrono::milliseconds limit) {
   pollfd readable{descriptor_, POLLIN, 0};
   return ::poll(&readable, 1, static_cast<int>(limit.count())) > 0;

@@ -17,6 +17,10 @@ class RawConnection {
 
   // Sends all of `bytes`; false when the other end is gone.
   bool Send(std::string_view bytes);
+  // Tells the other end that nothing more comes; what it sends can still be read.
+  void FinishSending();
+  // Lets the connection's end, whenever it comes, be a reset.
+  void EndWithReset();
   // Whether something, the end included, can be read within `limit`.
   bool HasAnswer(std::chrono::milliseconds limit);
   // All that comes until the other end closes, or throws std::runtime_error after `limit` of silence.

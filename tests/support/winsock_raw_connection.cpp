@@ -54,6 +54,16 @@ bool RawConnection::Send(std::string_view bytes) {
   return true;
 }
 
+void RawConnection::FinishSending() {
+  ::shutdown(SocketOf(descriptor_), SD_SEND);
+}
+
+void RawConnection::EndWithReset() {
+  const linger at_once{1, 0};
+  ::setsockopt(SocketOf(descriptor_), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&at_once),
+               sizeof at_once);
+}
+
 bool RawConnection::HasAnswer(std::chrono::milliseconds limit) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
   timeval wait{static_cast<long>(seconds.count()),

@@ -77,6 +77,11 @@ void ShowLedger(ConsoleWords, const ConsoleSay& say) {
   for (const std::string& violation : TheHost().ledger.Violations()) say("violation: " + violation);
 }
 
+void RestartAddin(ConsoleWords, const ConsoleSay&) {
+  if (!TheHost().restart_addin) throw ConsoleError("no add-in is loaded");
+  TheHost().restart_addin();
+}
+
 void ShowHelp(ConsoleWords arguments, const ConsoleSay& say);
 void End(ConsoleWords, const ConsoleSay&) {}
 
@@ -88,10 +93,12 @@ constexpr ConsoleCommand kCommands[] = {
      ScriptFault, 2, 3},
     {"delay CALL MS", "the next call of that name takes that much longer", ScriptDelay, 2, 2},
     {"ledger", "what is outstanding, by kind, and every violation since the start", ShowLedger},
+    {"resources", "the process's handles, threads and memory, and what of it is allocated", ShowResources},
     {"plot FILE.svg", "draws the current sheet of the active drawing", PlotCurrentDrawing, 1, kPathWords},
     {"pause", "holds back the timers, as a modal state does",
      [](ConsoleWords, const ConsoleSay&) { TheHost().ui.Pause(); }},
     {"resume", "lets the timers go", [](ConsoleWords, const ConsoleSay&) { TheHost().ui.Resume(); }},
+    {"restart", "stops the add-in and starts it again in the same process", RestartAddin},
     {"quit", "stops the add-in and the host; end of input means the same", End},
 };
 

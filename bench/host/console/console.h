@@ -35,6 +35,9 @@ std::span<const ConsoleCommand> UserCommands();
 // Draws the sheet at hand of the current drawing into a file.
 void PlotCurrentDrawing(ConsoleWords arguments, const ConsoleSay& say);
 
+// Tells how many handles and threads the process has, and how much memory.
+void ShowResources(ConsoleWords arguments, const ConsoleSay& say);
+
 class Console {
  public:
   explicit Console(ConsoleSay say) : say_(std::move(say)) {}

@@ -114,9 +114,14 @@ void Run(const Options& options) {
   Print("creobench is ready, working in " + ToUtf8(WorkingDirectory()));
   if (options.serve) Print("one command a line; help lists them");
 
+  host.restart_addin = [&addin] {
+    addin.Stop();
+    addin.Start();
+  };
   InputLines input;
   Console console(Print);
   RunLoop(input, console);
+  host.restart_addin = nullptr;
   addin.Stop();
   host.kernel.Stop();
 }
