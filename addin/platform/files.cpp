@@ -7,6 +7,16 @@
 #include "addin/platform/owned_handle.h"
 
 namespace vek {
+namespace {
+
+// Whether the file lets itself be written to, and nobody else has it open.
+bool IsFree(const std::wstring& path) {
+  const OwnedHandle file(
+      ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  return static_cast<bool>(file);
+}
+
+}  // namespace
 
 bool PathExists(const std::wstring& path) {
   return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -74,6 +84,19 @@ bool WriteWholeFile(const std::wstring& path, const std::string& bytes) {
   DWORD written = 0;
   return ::WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
          written == bytes.size();
+}
+
+bool ReplaceWholeFile(const std::wstring& path, const std::string& bytes) {
+  // The move would also take the place of a file that others read.
+  if (PathExists(path) && !IsFree(path)) return false;
+  const std::size_t separator = path.find_last_of(L"\\/");
+  const std::wstring directory = separator == std::wstring::npos ? L"." : path.substr(0, separator + 1);
+  wchar_t beside[MAX_PATH] = {};
+  if (::GetTempFileNameW(directory.c_str(), L"vek", 0, beside) == 0) return false;
+  constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  if (WriteWholeFile(beside, bytes) && ::MoveFileExW(beside, path.c_str(), kHow)) return true;
+  DeleteFileAt(beside);
+  return false;
 }
 
 std::wstring EnvironmentVariable(const std::wstring& name) {

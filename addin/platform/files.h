@@ -35,6 +35,10 @@ bool ReadWholeFile(const std::wstring& path, std::string& bytes);
 // that fails, which may leave a part of it.
 bool WriteWholeFile(const std::wstring& path, const std::string& bytes);
 
+// The same by way of a file beside it that takes its place once it is complete. False when that fails, which
+// leaves what was there.
+bool ReplaceWholeFile(const std::wstring& path, const std::string& bytes);
+
 // The value of a variable in the process's environment; empty when it isn't set.
 std::wstring EnvironmentVariable(const std::wstring& name);
 

@@ -86,8 +86,12 @@ bool Serve(SOCKET client, int number) {
   std::ofstream(InHome("companion.log"), std::ios::binary | std::ios::app)
       << request.path << ' ' << request.body << '\n';
   const ScriptedAnswer answer = AnswerInLine(InHome("companion.answers"), number);
-  if (answer.manner == ScriptedAnswer::Manner::kStall) Sleep(kStallMs);
-  Send(client, ComposeAnswer(request, answer));
+  const std::string bytes = ComposeAnswer(request, answer);
+  const bool in_halves = answer.manner == ScriptedAnswer::Manner::kHalf;
+  const std::size_t at_once = in_halves ? bytes.size() / 2 : 0;
+  Send(client, bytes.substr(0, at_once));
+  if (in_halves || answer.manner == ScriptedAnswer::Manner::kStall) Sleep(kStallMs);
+  Send(client, bytes.substr(at_once));
   shutdown(client, SD_SEND);
   return true;
 }

@@ -18,6 +18,8 @@ ScriptedAnswer AnswerInLine(const std::string& file, int number) {
   std::getline(words, answer.body);
   if (word == "stall") {
     answer.manner = ScriptedAnswer::Manner::kStall;
+  } else if (word == "half") {
+    answer.manner = ScriptedAnswer::Manner::kHalf;
   } else if (word == "close") {
     answer.manner = ScriptedAnswer::Manner::kClose;
   } else if (word == "chunked") {

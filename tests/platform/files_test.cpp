@@ -86,6 +86,27 @@ TEST(Files, BytesAreWrittenAndReadWholeAndFilesDeleted) {
   EXPECT_EQ(DeleteFileAt(path), static_cast<unsigned long>(ERROR_FILE_NOT_FOUND));
 }
 
+TEST(Files, AFileIsReplacedWholeOrStays) {
+  const ScratchFolder folder;
+  const std::wstring path = folder / L"kept.txt";
+  std::string bytes;
+  for (const std::string& content : {std::string("first"), std::string(10'000, 'x')}) {
+    EXPECT_TRUE(ReplaceWholeFile(path, content));
+    EXPECT_TRUE(ReadWholeFile(path, bytes));
+    EXPECT_EQ(bytes, content);
+  }
+  const HANDLE reader = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  EXPECT_FALSE(ReplaceWholeFile(path, "second")) << "someone reads it";
+  ::CloseHandle(reader);
+  EXPECT_FALSE(ReplaceWholeFile(folder / L"no\\such.txt", "second"));
+  EXPECT_TRUE(ReadWholeFile(path, bytes));
+  EXPECT_EQ(bytes, std::string(10'000, 'x'));
+  std::vector<std::wstring> names;
+  FilesMatching(folder / L"*", names);
+  EXPECT_EQ(names, std::vector<std::wstring>{L"kept.txt"}) << "nothing is left beside it";
+}
+
 TEST(Files, EnvironmentVariablesAreReadWhole) {
   const std::wstring name = L"VEK_TEST_VARIABLE";
   for (const std::wstring& value :

@@ -141,9 +141,13 @@ CreoMcpOperationResult Capture(ProMdl model, int window, const std::wstring& arg
   return WriteRaster(window, shot, bitmap->path());
 }
 
+// Nothing stands at the path before; what a failure leaves there is no picture.
 bool ConvertToPng(const std::wstring& bitmap, const std::wstring& path) {
   const auto picture = Image::Load(bitmap);
-  return picture && picture->Save(path, kPngType);
+  if (!picture) return false;
+  if (picture->Save(path, kPngType)) return true;
+  DeleteFileAt(path);
+  return false;
 }
 
 std::wstring ResultData(const Shot& shot) {

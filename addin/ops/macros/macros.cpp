@@ -126,7 +126,7 @@ bool WriteMacroFile(const std::wstring& path, const std::wstring& code, std::wst
   }
   // What the code page can't say would come back as something else.
   const std::string bytes = EncodeAnsi(code);
-  if (DecodeAnsi(bytes) == code && WriteWholeFile(path, bytes)) return true;
+  if (DecodeAnsi(bytes) == code && ReplaceWholeFile(path, bytes)) return true;
   error = Format(L"Failed to write macro file '%s'.", path);
   return false;
 }

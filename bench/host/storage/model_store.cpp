@@ -45,11 +45,19 @@ void RestoreGeometry(Model& model) {
     Complain("the geometry of " + ToUtf8(model.name) + " could not be made again: " + failure);
 }
 
-ProError SaveInto(Model& model, const std::wstring& directory) {
-  if (!WriteNextVersion(directory, model.name, model.type, ModelToText(model))) return PRO_TK_CANT_WRITE;
+bool WriteInto(const Model& model, const std::wstring& directory) {
+  return WriteNextVersion(directory, model.name, model.type, ModelToText(model));
+}
+
+void MarkSaved(Model& model, const std::wstring& directory) {
   model.directory = directory;
   model.renamed_since_save = false;
   model.modified = false;
+}
+
+ProError SaveInto(Model& model, const std::wstring& directory) {
+  if (!WriteInto(model, directory)) return PRO_TK_CANT_WRITE;
+  MarkSaved(model, directory);
   return PRO_TK_NO_ERROR;
 }
 
@@ -123,9 +131,13 @@ ProError SaveModel(Model& model) {
 ProError BackUpModel(Model& model, std::wstring_view directory) {
   const std::wstring target(directory);
   if (!DirectoryExists(target)) return PRO_TK_INVALID_DIR;
-  for (Model* needed : ModelsNeededBy(model))
-    if (const ProError status = SaveInto(*needed, target)) return status;
-  return SaveInto(model, target);
+  std::vector<Model*> models = ModelsNeededBy(model);
+  models.push_back(&model);
+  // They move together, or none does.
+  for (const Model* each : models)
+    if (!WriteInto(*each, target)) return PRO_TK_CANT_WRITE;
+  for (Model* each : models) MarkSaved(*each, target);
+  return PRO_TK_NO_ERROR;
 }
 
 ProError RetrieveModel(std::wstring_view name, ProMdlType type, Model*& model) {

@@ -15,7 +15,8 @@ namespace bench {
 ProError SaveModel(Model& model);
 
 // The same into a directory, which is the model's from then on; what an assembly places or a drawing shows
-// goes along. Refused with PRO_TK_INVALID_DIR when there is no such directory.
+// goes along. Refused with PRO_TK_INVALID_DIR when there is no such directory, with PRO_TK_CANT_WRITE when
+// the disk refuses; all of them are then as they were.
 ProError BackUpModel(Model& model, std::wstring_view directory);
 
 // The model of that name in session, or else from its highest version in the working directory. What an
