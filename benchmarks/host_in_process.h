@@ -4,15 +4,13 @@
 
 #include <windows.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "addin/operations.h"
 #include "bench/host/host.h"
+#include "benchmarks/figure.h"
 
 namespace benchmarks {
 
@@ -23,6 +21,9 @@ class HostInProcess {
     GetEnvironmentVariableW(L"VEK_BENCH_KERNEL", kernel, MAX_PATH);
     bench::TheHost().Reset();
     bench::TheHost().kernel.SetProgram(kernel);
+    bench::TheHost().announcements.SetSink([](const std::string& line) {
+      if (line.starts_with("complaint:")) std::fprintf(stderr, "%s\n", line.c_str());
+    });
   }
   ~HostInProcess() { bench::TheHost().kernel.Stop(); }
   HostInProcess(const HostInProcess&) = delete;
@@ -42,18 +43,13 @@ class HostInProcess {
 
   // How long the operation takes; nothing when it fails.
   std::optional<double> Milliseconds(const wchar_t* name, const std::wstring& arguments = L"{}") {
-    const auto begin = std::chrono::steady_clock::now();
-    if (!Run(name, arguments)) return std::nullopt;
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+    bool ok = false;
+    const double milliseconds = benchmarks::Milliseconds([&] { ok = Run(name, arguments); });
+    return ok ? std::optional(milliseconds) : std::nullopt;
   }
 
  private:
   vek::CreoMcpProvider provider_;
 };
-
-inline double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-  return values[values.size() / 2];
-}
 
 }  // namespace benchmarks

@@ -3,58 +3,109 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
-#include <iterator>
-#include <sstream>
+#include <optional>
 #include <string>
 #include <thread>
-#include <vector>
 
+#include "benchmarks/figure.h"
 #include "tests/support/raw_connection.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using benchmarks::Milliseconds;
+using benchmarks::Repeat;
 
 constexpr int kPort = 4001;
 constexpr double kTimerPauseMs = 100;
 constexpr double kAllowanceMs = 5;
+constexpr double kIdleBudgetPercent = 5;
+constexpr auto kIdleSpan = std::chrono::seconds(2);
+constexpr int kRequestsABlock = 1000;
 
-double MillisecondsSince(Clock::time_point begin) {
-  return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
+std::optional<double> AnswerMs(const std::string& request) {
+  std::string answer;
+  const double milliseconds = Milliseconds([&] {
+    vek::support::RawConnection connection(kPort);
+    connection.Send(request);
+    answer = connection.ReadToEnd();
+  });
+  if (answer.rfind("HTTP/1.1 200", 0) == 0) return milliseconds;
+  std::fprintf(stderr, "the add-in doesn't answer with 200: %.80s\n", answer.c_str());
+  return std::nullopt;
 }
 
-bool Ask(const std::string& request) {
-  vek::support::RawConnection connection(kPort);
-  connection.Send(request);
-  return connection.ReadToEnd().rfind("HTTP/1.1 200", 0) == 0;
+// User and system time that a process has taken so far.
+std::optional<double> ProcessorMs(pid_t process) {
+  clockid_t clock{};
+  timespec time{};
+  if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &time) != 0) return std::nullopt;
+  return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-// User and system time of a process in seconds, and its resident memory in kilobytes.
-struct Usage {
-  double cpu_seconds = 0;
-  long resident_kb = 0;
-};
-
-Usage UsageOf(int process) {
-  std::ifstream stat("/proc/" + std::to_string(process) + "/stat");
-  std::string text((std::istreambuf_iterator<char>(stat)), {});
-  std::istringstream fields(text.substr(text.rfind(')') + 2));
-  std::vector<std::string> values((std::istream_iterator<std::string>(fields)), {});
-  const double ticks = static_cast<double>(sysconf(_SC_CLK_TCK));
-  Usage usage;
-  usage.cpu_seconds = (std::stod(values[11]) + std::stod(values[12])) / ticks;
-  usage.resident_kb = std::stol(values[21]) * (sysconf(_SC_PAGESIZE) / 1024);
-  return usage;
+// The share of one core that a process takes while nobody asks it anything.
+std::optional<double> IdlePercent(pid_t process) {
+  const auto before = ProcessorMs(process);
+  const double span = Milliseconds([] { std::this_thread::sleep_for(kIdleSpan); });
+  const auto after = ProcessorMs(process);
+  if (!before || !after) return std::nullopt;
+  return 100 * (*after - *before) / span;
 }
 
-void Print(const char* what, double measured, double budget, const char* unit) {
-  std::printf("%-62s %8.2f %-4s  budget %8.2f  ratio %.2f\n", what, measured, unit, budget,
-              measured / budget);
+std::optional<double> ResidentKb(pid_t process) {
+  std::ifstream pages("/proc/" + std::to_string(process) + "/statm");
+  long all = 0, resident = 0;
+  if (!(pages >> all >> resident)) return std::nullopt;
+  return static_cast<double>(resident * (sysconf(_SC_PAGESIZE) / 1024));
+}
+
+// By how much a process has grown behind a block of requests.
+std::optional<double> GrowthKb(pid_t process, const std::string& request) {
+  const auto before = ResidentKb(process);
+  for (int i = 0; i < kRequestsABlock; ++i)
+    if (!AnswerMs(request)) return std::nullopt;
+  const auto after = ResidentKb(process);
+  if (!before || !after) return std::nullopt;
+  return *after - *before;
+}
+
+bool MeasureAnswers() {
+  const std::string body = R"({"operations":{"api_document_list_open":{}}})";
+  const std::string execute =
+      "POST /execute HTTP/1.1\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+  const std::string health = "GET /health HTTP/1.1\r\n\r\n";
+
+  // An answer comes when the timer has just ticked: what is sent upon it waits for the whole of the pause.
+  if (!AnswerMs(execute)) return false;
+  const auto longest = Repeat(40, [&] { return AnswerMs(execute); });
+  int phase = 0;
+  const auto anywhere = Repeat(60, [&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(++phase * 37 % 100));
+    return AnswerMs(execute);
+  });
+  const auto unqueued = Repeat(100, [&] { return AnswerMs(health); });
+  if (!longest || !anywhere || !unqueued) return false;
+  benchmarks::PrintRow("POST /execute, one trivial operation, right behind a tick", "ms", *longest,
+                       kTimerPauseMs + kAllowanceMs);
+  benchmarks::PrintRow("- at any moment between two ticks", "ms", *anywhere);
+  benchmarks::PrintRow("- GET /health, which waits for no tick", "ms", *unqueued);
+  return true;
+}
+
+bool MeasureProcess(pid_t process) {
+  const auto idle = Repeat(7, [&] { return IdlePercent(process); });
+  const std::string health = "GET /health HTTP/1.1\r\n\r\n";
+  // The first block warms every pool and buffer up.
+  if (!idle || !GrowthKb(process, health)) return false;
+  const auto growth = Repeat(10, [&] { return GrowthKb(process, health); });
+  if (!growth) return false;
+  benchmarks::PrintRow("the idle add-in and its host, of one core", "%", *idle, kIdleBudgetPercent);
+  benchmarks::PrintRow("growth of memory by each thousand of ten thousand requests", "kB", *growth, 0);
+  return true;
 }
 
 }  // namespace
@@ -64,36 +115,5 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "http_benchmark PROCESS\n");
     return 2;
   }
-  const int process = std::atoi(argv[1]);
-  const std::string body = R"({"operations":{"api_document_list_open":{}}})";
-  const std::string execute =
-      "POST /execute HTTP/1.1\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
-
-  std::vector<double> times;
-  for (int i = 0; i < 60; ++i) {
-    std::this_thread::sleep_for(
-        std::chrono::milliseconds(7 * (i % 13)));  // meets the timer at all its phases
-    const auto begin = Clock::now();
-    if (!Ask(execute)) return 1;
-    times.push_back(MillisecondsSince(begin));
-  }
-  std::sort(times.begin(), times.end());
-  Print("POST /execute, one trivial operation: the slowest of nine in ten", times[times.size() * 9 / 10],
-        kTimerPauseMs + kAllowanceMs, "ms");
-
-  const Usage before_idle = UsageOf(process);
-  const auto begin = Clock::now();
-  std::this_thread::sleep_for(std::chrono::seconds(5));
-  const double idle = UsageOf(process).cpu_seconds - before_idle.cpu_seconds;
-  Print("the idle add-in, of one core", 100 * idle / (MillisecondsSince(begin) / 1000), 5, "%");
-
-  const std::string health = "GET /health HTTP/1.1\r\n\r\n";
-  for (int i = 0; i < 1000; ++i)
-    if (!Ask(health)) return 1;  // warms every pool and buffer up
-  const long settled = UsageOf(process).resident_kb;
-  for (int i = 0; i < 10'000; ++i)
-    if (!Ask(health)) return 1;
-  std::printf("%-62s %8ld kB    of %ld kB\n", "growth of memory over 10,000 requests",
-              UsageOf(process).resident_kb - settled, settled);
-  return 0;
+  return MeasureAnswers() && MeasureProcess(std::atoi(argv[1])) ? 0 : 1;
 }

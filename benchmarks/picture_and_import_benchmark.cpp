@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "addin/platform/base64_encoding.h"
 #include "addin/server/json_writer.h"
@@ -23,7 +22,8 @@ using vek::Format;
 constexpr double kShotBudgetMs = 2000;
 constexpr double kDecodeBudgetMs = 20;
 constexpr std::size_t kImportBytes = 180'000;
-constexpr int kRounds = 5;
+constexpr int kShots = 7;
+constexpr int kDecodings = 50;
 
 // A pipe of 20 and 10 with three rounded posts around it: faces of several kinds, curved edges.
 bool BuildModel(HostInProcess& host) {
@@ -40,9 +40,9 @@ bool BuildModel(HostInProcess& host) {
 }
 
 // 1920 by 1080 as PNG, with the picture in the result; nothing when it fails.
-std::optional<double> ShotMs(HostInProcess& host, int round) {
-  const auto path = std::filesystem::temp_directory_path() /
-                    Format(L"vek_benchmark_%lu_%d.png", ::GetCurrentProcessId(), round);
+std::optional<double> ShotMs(HostInProcess& host) {
+  const auto path =
+      std::filesystem::temp_directory_path() / Format(L"vek_benchmark_%lu.png", ::GetCurrentProcessId());
   const auto milliseconds = host.Milliseconds(
       L"api_export_screenshot", Format(LR"({"output_path":"%s"})", vek::JsonEscape(path.wstring())));
   std::error_code ignored;
@@ -52,20 +52,16 @@ std::optional<double> ShotMs(HostInProcess& host, int round) {
 
 // From the request's text to the file's bytes; nothing when they aren't the same.
 std::optional<double> DecodeMs(const std::string& bytes, const std::wstring& text) {
-  const auto begin = std::chrono::steady_clock::now();
-  const std::string narrow = vek::EncodeUtf8(text);
-  std::string decoded(narrow.size(), '\0');
-  std::size_t size = decoded.size();
-  const bool whole = vek::DecodeBase64(narrow, reinterpret_cast<unsigned char*>(decoded.data()), size);
-  decoded.resize(size);
-  const auto end = std::chrono::steady_clock::now();
-  if (!whole || decoded != bytes) return std::nullopt;
-  return std::chrono::duration<double, std::milli>(end - begin).count();
-}
-
-void Print(const char* what, const std::vector<double>& times, double budget) {
-  const double median = benchmarks::Median(times);
-  std::printf("%-62s %8.2f ms    budget %8.2f  ratio %.2f\n", what, median, budget, median / budget);
+  std::string decoded;
+  bool whole = false;
+  const double milliseconds = benchmarks::Milliseconds([&] {
+    const std::string narrow = vek::EncodeUtf8(text);
+    decoded.resize(narrow.size());
+    std::size_t size = decoded.size();
+    whole = vek::DecodeBase64(narrow, reinterpret_cast<unsigned char*>(decoded.data()), size);
+    decoded.resize(size);
+  });
+  return whole && decoded == bytes ? std::optional(milliseconds) : std::nullopt;
 }
 
 }  // namespace
@@ -79,14 +75,10 @@ int main() {
   if (!base64) return 1;
   const std::wstring text(base64->begin(), base64->end());
 
-  std::vector<double> shots, decodings;
-  for (int round = 0; round < kRounds; ++round) {
-    const auto shot = ShotMs(host, round), decoding = DecodeMs(bytes, text);
-    if (!shot || !decoding) return 1;
-    shots.push_back(*shot);
-    decodings.push_back(*decoding);
-  }
-  Print("a screenshot of 1920 by 1080 as PNG", shots, kShotBudgetMs);
-  Print("decoding an import of 180,000 bytes", decodings, kDecodeBudgetMs);
+  const auto shots = benchmarks::Repeat(kShots, [&] { return ShotMs(host); });
+  const auto decodings = benchmarks::Repeat(kDecodings, [&] { return DecodeMs(bytes, text); });
+  if (!shots || !decodings) return 1;
+  benchmarks::PrintRow("a screenshot of 1920 by 1080 as PNG", "ms", *shots, kShotBudgetMs);
+  benchmarks::PrintRow("decoding an import of 180,000 bytes", "ms", *decodings, kDecodeBudgetMs);
   return 0;
 }

@@ -9,8 +9,10 @@
 namespace vek {
 namespace {
 
+using namespace std::string_view_literals;  // their length is known: that of others is counted in each call
 using json::FindFirst;
 using json::FindStringEnd;
+using json::Follows;
 using json::SkipBlanks;
 using json::SkipValue;
 
@@ -198,15 +200,14 @@ bool JsonFindKey(std::wstring_view object, std::wstring_view key, std::int32_t& 
   value_index = kNotFound;
   if (!OpensWith(object, L'{')) return false;
   const wchar_t* const end = EndOf(object);
-  for (const wchar_t* at = object.data() + 1;;) {
-    at = SkipBlanks(at, end);
-    if (at == end || *at != L'"') return false;
+  const wchar_t* at = object.data() + 1;
+  while (Follows(at, end, L'"')) {
     const wchar_t* const name = at + 1;
     const wchar_t* const quote = FindStringEnd(name, end);
     if (quote == end) return false;
 
-    at = SkipBlanks(quote + 1, end);
-    if (at == end || *at != L':') return false;
+    at = quote + 1;
+    if (!Follows(at, end, L':')) return false;
     at = SkipBlanks(at + 1, end);
     if (at == end) return false;
     if (Equal(name, quote, key)) {
@@ -216,9 +217,9 @@ bool JsonFindKey(std::wstring_view object, std::wstring_view key, std::int32_t& 
 
     at = SkipValue(at, end, L'}');
     if (!at) return false;
-    at = SkipBlanks(at, end);
-    if (at < end && *at == L',') ++at;
+    if (Follows(at, end, L',')) ++at;
   }
+  return false;
 }
 
 void JsonSplitArray(std::wstring_view array, std::vector<std::wstring>& elements) {
@@ -265,8 +266,8 @@ bool JsonReadBool(std::wstring_view object, std::wstring_view key, bool default_
   const wchar_t* const at = FindValue(object, key);
   if (!at) return default_value;
   const std::wstring_view token = Token(at, EndOf(object));
-  if (token == L"1" || EqualsIgnoreCase(token, L"true")) return true;
-  if (token == L"0" || EqualsIgnoreCase(token, L"false")) return false;
+  if (token == L"1"sv || EqualsIgnoreCase(token, L"true"sv)) return true;
+  if (token == L"0"sv || EqualsIgnoreCase(token, L"false"sv)) return false;
   return default_value;
 }
 

@@ -24,6 +24,13 @@ inline const wchar_t* SkipBlanks(const wchar_t* at, const wchar_t* end) {
   return at;
 }
 
+// Whether `c` is the next character that is no blank. `at` comes to that character.
+inline bool Follows(const wchar_t*& at, const wchar_t* end, wchar_t c) {
+  if (at < end && *at == c) return true;
+  at = SkipBlanks(at, end);
+  return at < end && *at == c;
+}
+
 // The first of `characters`. Names and bare values are short: there, four looks a turn are the fastest walk.
 template <typename... Characters>
 const wchar_t* FindFirst(const wchar_t* at, const wchar_t* end, Characters... characters) {

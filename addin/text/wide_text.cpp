@@ -8,22 +8,23 @@
 namespace vek {
 namespace {
 
+using namespace std::string_view_literals;  // their length is known: that of others is counted in each call
+
 // What the number readers skip in front of a number, as the C locale does: more than this system's blanks.
 constexpr bool IsWhiteSpace(wchar_t c) {
   return c == L' ' || (c >= L'\t' && c <= L'\r');
 }
 
-constexpr bool IsDigit(wchar_t c) {
-  return c >= L'0' && c <= L'9';
-}
+// Objects, these two: templates call a function that they are handed, and inline an object.
+constexpr auto IsDigit = [](wchar_t c) { return c >= L'0' && c <= L'9'; };
 
 constexpr wchar_t LowerAscii(wchar_t c) {
   return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + (L'a' - L'A')) : c;
 }
 
-constexpr bool IsHexDigit(wchar_t c) {
+constexpr auto IsHexDigit = [](wchar_t c) {
   return IsDigit(c) || (LowerAscii(c) >= L'a' && LowerAscii(c) <= L'f');
-}
+};
 
 // Letters whose case differs by a fixed distance: capitals from `first` to `last`.
 struct CapitalRange {
@@ -184,7 +185,8 @@ bool ReadSignificand(std::wstring_view text, NumberWalk& walk, IsADigit is_digit
   }
   const std::wstring_view significand = text.substr(start, walk.position() - start);
   AppendNarrow(token.characters, significand);
-  const auto first = static_cast<std::int64_t>(significand.find_first_not_of(L"0."));
+  const auto leading = std::ranges::find_if(significand, [](wchar_t c) { return c != L'0' && c != L'.'; });
+  const std::int64_t first = leading - significand.begin();
   token.magnitude = first < whole ? whole - first : whole - first + 1;
   return true;
 }
@@ -200,16 +202,16 @@ double ConvertToken(const NumberToken& token, std::chars_format notation) {
 
 // The number behind the sign; moves behind it, or stays when there is none.
 double ReadMagnitude(std::wstring_view text, NumberWalk& walk) {
-  if (walk.Skip(L"inf")) {
-    walk.Skip(L"inity");
+  if (walk.Skip(L"inf"sv)) {
+    walk.Skip(L"inity"sv);
     return std::numeric_limits<double>::infinity();
   }
-  if (walk.Skip(L"nan")) return std::numeric_limits<double>::quiet_NaN();
+  if (walk.Skip(L"nan"sv)) return std::numeric_limits<double>::quiet_NaN();
 
   constexpr std::int64_t kBitsOfHexDigit = 4;
   const std::size_t start = walk.position();
   NumberToken token;
-  if (walk.Skip(L"0x") && ReadSignificand(text, walk, IsHexDigit, token)) {
+  if (walk.Skip(L"0x"sv) && ReadSignificand(text, walk, IsHexDigit, token)) {
     token.magnitude = token.magnitude * kBitsOfHexDigit + ReadExponent(walk, L'p', token.characters);
     return ConvertToken(token, std::chars_format::hex);
   }
