@@ -5,6 +5,8 @@
 # folder or bear other names than looked for here. The entry points are ours in both builds. A client library that
 # brings entry points of the same names makes the linker complain of doubles; CREO_CLIENT_ENTRY_POINTS leaves ours out
 # then.
+include(VersionResource)
+
 set(CREO_CLIENT_LIBRARIES "" CACHE STRING "The licensed client library's files; empty looks for them")
 option(CREO_CLIENT_ENTRY_POINTS "The licensed client library brings the entry points itself" OFF)
 
@@ -13,6 +15,7 @@ target_link_libraries(VekCreoAddin PRIVATE vek_addin)
 set_target_properties(VekCreoAddin PROPERTIES
   PREFIX "" OUTPUT_NAME VekCreoAddin
   RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/addin")
+vek_version_resource(VekCreoAddin VekCreoAddin.dll "Automation bridge for Creo Parametric")
 if(NOT CREO_TOOLKIT_ROOT OR NOT CREO_CLIENT_ENTRY_POINTS)
   target_sources(VekCreoAddin PRIVATE "${PROJECT_SOURCE_DIR}/bench/toolkit/client/entry_points.cpp")
 endif()

@@ -20,6 +20,9 @@ if(MINGW)
   add_link_options(-static)
 endif()
 
+include(JoinedSources)
+include(PrecompiledHeaders)
+
 # A folder's object library. Objects, not archives, so that no linker drops what only registers itself.
 function(vek_object_library name)
   add_library(${name} OBJECT ${ARGN})

@@ -1,11 +1,12 @@
 # add_test_suites(target [LABEL label] [LOCKS lock…] [TIMEOUT seconds] [ENVIRONMENT NAME=value…]
-#                 [LONG_SUITES suite…])
+#                 [EXCEPT suite…] [LONG_SUITES suite…])
 #
 # Every GoogleTest suite of the program becomes one CTest test, named <label>.<suite>. The suites are asked for when
 # CTest runs, not when the program is built: a cross-compiled program can't be run by a build that has no Wine yet.
-# Long suites take minutes by their nature: they are started first, and given more time.
+# Long suites take minutes by their nature: they are started first, and given more time. The environment is that of all
+# suites but those which it doesn't suit (EXCEPT).
 function(add_test_suites target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "LOCKS;ENVIRONMENT;LONG_SUITES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "LOCKS;ENVIRONMENT;EXCEPT;LONG_SUITES")
   if(NOT arg_LABEL)
     set(arg_LABEL ${target})
   endif()
@@ -20,6 +21,7 @@ set(label \"${arg_LABEL}\")
 set(locks \"${arg_LOCKS}\")
 set(timeout \"${arg_TIMEOUT}\")
 set(environment \"${arg_ENVIRONMENT}\")
+set(plain_suites \"${arg_EXCEPT}\")
 set(long_suites \"${arg_LONG_SUITES}\")
 include(\"${PROJECT_SOURCE_DIR}/cmake/ListSuites.cmake\")
 ")

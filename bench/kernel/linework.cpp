@@ -64,7 +64,7 @@ std::optional<Polyline> InLine(const Polyline& a, const Polyline& b, double tole
   const Ruler ruler(longer[0], longer[1]);
   if (std::abs(ruler.OffsetOf(shorter[0])) > tolerance || std::abs(ruler.OffsetOf(shorter[1])) > tolerance)
     return std::nullopt;
-  const auto [low, high] = std::minmax(ruler.PositionOf(shorter[0]), ruler.PositionOf(shorter[1]));
+  const auto [low, high] = std::minmax({ruler.PositionOf(shorter[0]), ruler.PositionOf(shorter[1])});
   if (low > ruler.length() + tolerance || high < -tolerance) return std::nullopt;
   return Polyline{low < 0 ? ruler.At(low) : longer[0], high > ruler.length() ? ruler.At(high) : longer[1]};
 }

@@ -31,7 +31,11 @@ Answer Execute(const std::string& operations) {
 }
 
 void BenchTest::SetUpTestSuite() {
-  bench_ = std::make_unique<BenchProcess>();
+  StartBench({});
+}
+
+void BenchTest::StartBench(const std::map<std::string, std::string>& environment) {
+  bench_ = std::make_unique<BenchProcess>(environment);
 }
 
 void BenchTest::TearDownTestSuite() {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -39,6 +40,8 @@ class BenchTest : public testing::Test {
   static void TearDownTestSuite();
   void TearDown() override;
 
+  // The suite's bench, with more in its environment; for a suite that sets itself up.
+  static void StartBench(const std::map<std::string, std::string>& environment);
   static BenchProcess& Bench() { return *bench_; }
 
  private:

@@ -294,6 +294,18 @@ TEST_F(AssembliesTest, ABackupTakesAllOfItElsewhereAndItComesBackFromThere) {
   EXPECT_EQ(At(mover_).constraints[0].on_assembly->path, std::vector{base_.id});
 }
 
+TEST_F(AssembliesTest, ABackupThatFailsHalfwayMovesNothing) {
+  const std::wstring elsewhere = PathOf(L"elsewhere"), part_before = part_->directory;
+  PathBuffer there(elsewhere);
+  // What is placed comes first; where the assembly's unfinished file would go is a folder.
+  std::filesystem::create_directories(elsewhere + L"\\frame.asm.1.unfinished");
+  EXPECT_EQ(ProMdlnameBackup(Assembly(), there), PRO_TK_CANT_WRITE);
+  EXPECT_EQ(part_->directory, part_before);
+  EXPECT_EQ(assembly_->directory, L"");
+  EXPECT_TRUE(part_->modified);
+  EXPECT_TRUE(assembly_->modified);
+}
+
 TEST_F(AssembliesTest, AMissingModelLeavesAComponentWithoutOneAndAComplaint) {
   ASSERT_EQ(ProMdlSave(assembly_), PRO_TK_NO_ERROR);
   ASSERT_EQ(ProMdlErase(assembly_), PRO_TK_NO_ERROR);

@@ -2,6 +2,10 @@
 
 #include <ProMdl.h>
 #include <gmock/gmock.h>
+#include <windows.h>
+
+#include <memory>
+#include <vector>
 
 #include "tests/support/bench_fixture.h"
 
@@ -67,6 +71,41 @@ TEST_F(ConsoleTest, FacesComeInTheOrderOfTheirIds) {
                          {.key = "b", .feature = 9, .type = "cylinder", .area = 2.5, .point = {0, 0, 0}}};
   EXPECT_THAT(Run("faces"), ElementsAre("20, type 36, area 2.5 mm², at 0 0 0 mm, feature 9",
                                         "30, type 34, area 4 mm², at 1 2 3.5 mm, feature 9", "ok"));
+}
+
+TEST_F(ConsoleTest, RestartNeedsAnAddin) {
+  EXPECT_THAT(Run("restart"), ElementsAre("error: no add-in is loaded"));
+  int restarts = 0;
+  host().restart_addin = [&restarts] { ++restarts; };
+  EXPECT_THAT(Run("restart"), ElementsAre("ok"));
+  host().restart_addin = nullptr;
+  EXPECT_EQ(restarts, 1);
+}
+
+TEST_F(ConsoleTest, ResourcesCountsWhatTheProcessTakesAndGivesBack) {
+  const auto handles = [this] {
+    const std::string line = Run("resources").front();
+    EXPECT_THAT(line, HasSubstr("handles: "));
+    return std::stol(line.substr(line.find(' ')));
+  };
+  const long before = handles();
+  const HANDLE events[] = {CreateEventW(nullptr, FALSE, FALSE, nullptr),
+                           CreateEventW(nullptr, FALSE, FALSE, nullptr),
+                           CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+  EXPECT_EQ(handles(), before + 3);
+  for (const HANDLE event : events) CloseHandle(event);
+  EXPECT_EQ(handles(), before);
+
+  const auto blocks = [this] {
+    const std::string line = Run("resources").at(3);
+    return std::stol(line.substr(line.find(" kB in ") + 7));
+  };
+  blocks();
+  const long few = blocks();
+  std::vector<std::unique_ptr<int>> many;
+  many.reserve(5'000);
+  for (int i = 0; i < 5'000; ++i) many.push_back(std::make_unique<int>(i));
+  EXPECT_NEAR(blocks(), few + 5'000, 100);
 }
 
 TEST_F(ConsoleTest, JournalPutsRepeatedCallsOnOneLine) {

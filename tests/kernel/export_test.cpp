@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <IGESControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
@@ -74,7 +75,9 @@ std::string Bytes(const std::string& format, const Recipes& recipes, const std::
 // What the reader makes of the bytes of a file.
 template <typename Reader>
 NamedShape ReadBack(const std::string& bytes) {
-  const auto file = std::filesystem::path(::testing::TempDir()) / "kernel_export_test.part";
+  // Suites run side by side.
+  const auto file =
+      std::filesystem::path(::testing::TempDir()) / ("kernel_export_test." + std::to_string(getpid()));
   std::ofstream(file, std::ios::binary) << bytes;
   Reader reader;
   EXPECT_EQ(reader.ReadFile(file.c_str()), IFSelect_RetDone);
