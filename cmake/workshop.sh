@@ -14,7 +14,7 @@ fail() {
 }
 
 packages=(
-  g++-mingw-w64-x86-64-posix wine wine64 clang libclang-rt-14-dev cmake ninja-build ccache
+  g++-mingw-w64-x86-64-posix wine wine64 clang libclang-rt-14-dev llvm cmake ninja-build ccache
   libocct-foundation-dev libocct-modeling-data-dev libocct-modeling-algorithms-dev libocct-data-exchange-dev
   libslvs1-dev libfreetype-dev libjpeg-dev libtiff-dev fonts-dejavu-core nlohmann-json3-dev rapidjson-dev googletest curl jq procps librsvg2-bin
   nsis python3 mono-mcs mono-runtime libmono-system-net-http4.0-cil libmono-system-runtime-serialization4.0-cil
