@@ -35,17 +35,17 @@ Handle(IGESData_IGESEntity) EmptyDefinition(const std::string& name) {
 }
 
 // All bodies where they are.
-TopoDS_Compound InPlace(const Scene& scene, const std::vector<PlacedBody>& bodies) {
+TopoDS_Compound InPlace(const Scene& scene, const std::vector<PlacedPart>& bodies) {
   TopoDS_Compound all;
   BRep_Builder().MakeCompound(all);
-  for (const PlacedBody& body : bodies)
+  for (const PlacedPart& body : bodies)
     BRep_Builder().Add(all, scene.models[body.model].body.Compound().Moved(TopLoc_Location(body.place)));
   return all;
 }
 
 std::string IgesBytes(const Scene& scene) {
   const std::string& name = scene.Root().name;
-  const std::vector<PlacedBody> bodies = scene.Bodies();
+  const std::vector<PlacedPart> bodies = scene.Bodies();
   IGESControl_Controller::Init();
   constexpr int kWholeSolids = 1;
   IGESControl_Writer writer("MM", kWholeSolids);
@@ -117,7 +117,7 @@ void AddFacets(const TopoDS_Face& face, const gp_Trsf& place, StlFile& file) {
 }
 
 std::string StlBytes(const Scene& scene) {
-  const std::vector<PlacedBody> bodies = scene.Bodies();
+  const std::vector<PlacedPart> bodies = scene.Bodies();
   if (bodies.empty()) throw Refusal("There is no solid to write as STL.");
   // A facet stays this part of the whole's size away from the surface.
   constexpr double kDeflection = 2e-4;
@@ -126,7 +126,7 @@ std::string StlBytes(const Scene& scene) {
   // A title that began with "solid" would be taken for the text form.
   StlFile file("STL " + scene.Root().name);
   std::map<ModelIndex, TopoDS_Shape> meshes;
-  for (const PlacedBody& body : bodies) {
+  for (const PlacedPart& body : bodies) {
     TopoDS_Shape& mesh = meshes[body.model];
     if (mesh.IsNull()) mesh = Meshed(scene.models[body.model].body.Compound(), kDeflection * size);
     for (TopExp_Explorer faces(mesh, TopAbs_FACE); faces.More(); faces.Next())

@@ -23,7 +23,7 @@ constexpr double kContact = 1e-5;  // mm
 
 // One body with its box, which lies as the body does.
 struct Candidate {
-  const PlacedBody* body;
+  const PlacedPart* body;
   Bnd_OBB box;
 };
 
@@ -41,10 +41,10 @@ Bnd_OBB BoxAt(const Bounds& bounds, const gp_Trsf& place) {
           reach(half.Z())};
 }
 
-std::vector<Candidate> Candidates(const Scene& scene, const std::vector<PlacedBody>& bodies) {
+std::vector<Candidate> Candidates(const Scene& scene, const std::vector<PlacedPart>& bodies) {
   std::map<ModelIndex, Bounds> bounds;
   std::vector<Candidate> candidates;
-  for (const PlacedBody& body : bodies) {
+  for (const PlacedPart& body : bodies) {
     const auto [entry, fresh] = bounds.try_emplace(body.model);
     if (fresh) entry->second = BoundsOf(scene.models[body.model].body.Compound());
     candidates.push_back({&body, BoxAt(entry->second, body.place)});
@@ -90,7 +90,7 @@ double VolumeBeyondContact(const NamedShape& common) {
 }
 
 // The room that two bodies share, 0 when they only touch.
-double SharedVolume(const Scene& scene, const PlacedBody& first, const PlacedBody& second) {
+double SharedVolume(const Scene& scene, const PlacedPart& first, const PlacedPart& second) {
   const NamedShape& fixed = scene.models[first.model].body;
   const NamedShape& other = scene.models[second.model].body;
   const TopTools_ListOfShape objects = SolidsAt(fixed, {});
@@ -105,9 +105,9 @@ double SharedVolume(const Scene& scene, const PlacedBody& first, const PlacedBod
 }  // namespace
 
 std::vector<Clash> ClashesOf(const Scene& scene) {
-  std::vector<PlacedBody> bodies = scene.Bodies();
+  std::vector<PlacedPart> bodies = scene.Bodies();
   std::stable_sort(bodies.begin(), bodies.end(),
-                   [](const PlacedBody& a, const PlacedBody& b) { return a.path < b.path; });
+                   [](const PlacedPart& a, const PlacedPart& b) { return a.path < b.path; });
   const std::vector<Candidate> candidates = Candidates(scene, bodies);
   std::vector<Clash> clashes;
   for (std::size_t i = 0; i < candidates.size(); ++i) {

@@ -45,7 +45,7 @@ CutScene Cut(const Scene& scene, const std::optional<CuttingPlane>& plane) {
   BRep_Builder builder;
   builder.MakeCompound(cut.rest);
   int number = 0;
-  for (const PlacedBody& body : scene.Bodies()) {
+  for (const PlacedPart& body : scene.Bodies()) {
     const TopoDS_Shape placed = scene.models[body.model].body.Compound().Moved(TopLoc_Location(body.place));
     const CutBody left = plane ? CutAway(placed, *plane) : CutBody{placed, {}};
     if (!left.rest.IsNull()) builder.Add(cut.rest, left.rest);

@@ -14,7 +14,8 @@ constexpr float kNothing = -std::numeric_limits<float>::infinity();
 // Rows of pixels that are drawn at a time, so that even the largest picture needs little room.
 constexpr int kBandRows = 16;
 
-// A line lies on the very surfaces whose edge it is; it is drawn as if this much nearer, in pixels.
+// A line lies on the very surfaces whose edge it is; it is drawn as if this much nearer, in pixels. What lies
+// in a surface leads by its width so often, for that may slant.
 constexpr float kLineLead = 1.5f;
 
 // Points a pixel and side that are drawn and averaged: the fewer, the larger the picture is.
@@ -54,10 +55,24 @@ class Band {
   }
 
   void Draw(const ScreenTriangle& triangle, const ShadeTable& shades);
-  void Draw(const ScreenLine& line);
+  void Draw(const ScreenLine& line) {
+    Follow(line.from, line.to, line.width, kLineLead,
+           [&](std::size_t sample) { line_[sample] = std::max(line_[sample], line.strength); });
+  }
+  void Draw(const ScreenStroke& stroke) {
+    Follow(stroke.from, stroke.to, stroke.width, kLineLead * std::max(stroke.width, 1.0f),
+           [&](std::size_t sample) {
+             color_[sample] = stroke.color;
+             line_[sample] = 0;
+           });
+  }
   void Resolve(Picture& picture) const;
 
  private:
+  // Paints every sample that lies within the width of the line and isn't hidden.
+  template <typename Paint>
+  void Follow(const ScreenPoint& start, const ScreenPoint& end, float width, float lead, Paint&& paint);
+
   float InSamples(float pixels) const { return pixels * static_cast<float>(samples_) - 0.5f; }
   std::ptrdiff_t Offset(int row) const { return static_cast<std::ptrdiff_t>(row) * across_; }
 
@@ -173,10 +188,11 @@ void Band::Draw(const ScreenTriangle& triangle, const ShadeTable& shades) {
   }
 }
 
-void Band::Draw(const ScreenLine& line) {
-  const float x = InSamples(line.from.x), y = InSamples(line.from.y);
-  const float dx = InSamples(line.to.x) - x, dy = InSamples(line.to.y) - y, dz = line.to.z - line.from.z;
-  const float reach = line.width * static_cast<float>(samples_) / 2;
+template <typename Paint>
+void Band::Follow(const ScreenPoint& from, const ScreenPoint& to, float width, float lead, Paint&& paint) {
+  const float x = InSamples(from.x), y = InSamples(from.y);
+  const float dx = InSamples(to.x) - x, dy = InSamples(to.y) - y, dz = to.z - from.z;
+  const float reach = width * static_cast<float>(samples_) / 2;
   const float length = dx * dx + dy * dy;
   const Rows rows = Covered(std::min(y, y + dy) - reach, std::max(y, y + dy) + reach);
   for (int row = rows.first; row <= rows.last; ++row) {
@@ -196,8 +212,8 @@ void Band::Draw(const ScreenLine& line) {
       const float away_x = px - dx * t, away_y = py - dy * t;
       if (away_x * away_x + away_y * away_y > reach * reach) continue;
       const auto sample = static_cast<std::size_t>(Offset(row) + column);
-      if (line.from.z + dz * t + kLineLead < depth_[sample]) continue;
-      line_[sample] = std::max(line_[sample], line.strength);
+      if (from.z + dz * t + lead < depth_[sample]) continue;
+      paint(sample);
     }
   }
 }
@@ -248,22 +264,25 @@ class Bins {
 Picture Rasterized(const ScreenDrawing& drawing, int width, int height) {
   Picture picture{width, height, {}};
   picture.rgb.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
-  Bins triangles(height), lines(height);
+  Bins triangles(height), lines(height), strokes(height);
   for (std::uint32_t i = 0; i < drawing.triangles.size(); ++i) {
     const auto& [a, b, c] = drawing.triangles[i].nodes;
     triangles.Add(i, std::min({a.at.y, b.at.y, c.at.y}), std::max({a.at.y, b.at.y, c.at.y}));
   }
-  for (std::uint32_t i = 0; i < drawing.lines.size(); ++i) {
-    const ScreenLine& line = drawing.lines[i];
-    lines.Add(i, std::min(line.from.y, line.to.y) - line.width,
-              std::max(line.from.y, line.to.y) + line.width);
-  }
+  const auto add_lines = [](const auto& list, Bins& bins) {
+    for (std::uint32_t i = 0; i < list.size(); ++i)
+      bins.Add(i, std::min(list[i].from.y, list[i].to.y) - list[i].width,
+               std::max(list[i].from.y, list[i].to.y) + list[i].width);
+  };
+  add_lines(drawing.lines, lines);
+  add_lines(drawing.strokes, strokes);
   Band band(width, height, SamplesAcross(width, height));
   for (int number = 0; number < triangles.Count(); ++number) {
     band.Begin(number);
     for (const std::uint32_t i : triangles.At(number))
       band.Draw(drawing.triangles[i], drawing.materials[drawing.triangles[i].material]);
     for (const std::uint32_t i : lines.At(number)) band.Draw(drawing.lines[i]);
+    for (const std::uint32_t i : strokes.At(number)) band.Draw(drawing.strokes[i]);
     band.Resolve(picture);
   }
   return picture;

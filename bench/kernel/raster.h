@@ -36,10 +36,19 @@ struct ScreenLine {
   std::uint8_t strength = 0;  // from 0, not to be seen, to 255, dark
 };
 
+// A line that covers what it lies on, lines too, with a colour of its own.
+struct ScreenStroke {
+  ScreenPoint from, to;
+  float width = 1;          // pixels
+  std::uint32_t color = 0;  // packed
+};
+
+// Of strokes that cross, the later one covers the other.
 struct ScreenDrawing {
   std::vector<ShadeTable> materials;
   std::vector<ScreenTriangle> triangles;
   std::vector<ScreenLine> lines;
+  std::vector<ScreenStroke> strokes;
 };
 
 // Both sides above 0. What lies outside of the picture is left out.

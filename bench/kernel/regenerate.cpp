@@ -91,6 +91,15 @@ void Regenerator::Forget() {
   face_facts_.Clear();
 }
 
+std::vector<SketchGeometry> Regenerator::Drawn(const std::vector<Recipe>& recipes,
+                                               const std::set<int>& features) {
+  std::vector<SketchGeometry> drawn;
+  const auto stages = Stages(recipes);
+  for (std::size_t i = 0; i < recipes.size(); ++i)
+    if (features.contains(recipes[i].feature)) drawn.push_back(stages[i]->drawn);
+  return drawn;
+}
+
 NamedShape Regenerator::Body(const std::vector<Recipe>& recipes) {
   const auto stages = Stages(recipes);
   return stages.empty() ? NamedShape{} : stages.back()->body;

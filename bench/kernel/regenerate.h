@@ -5,6 +5,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 #include <span>
 #include <vector>
 
@@ -26,6 +27,9 @@ class Regenerator {
 
   // The part's solids after its last feature.
   NamedShape Body(const std::vector<Recipe>& recipes);
+
+  // What those of the part's features draw that are named; a name that none of them has is passed over.
+  std::vector<SketchGeometry> Drawn(const std::vector<Recipe>& recipes, const std::set<int>& features);
 
   // The keys of the part's faces and edges after its last feature; good until the next question.
   const BodyKeys& Keys(const std::vector<Recipe>& recipes);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <map>
 #include <utility>
 
@@ -10,6 +9,8 @@
 #include "bench/kernel/bounds.h"
 #include "bench/kernel/mesh.h"
 #include "bench/kernel/picture_format.h"
+#include "bench/kernel/screen_fit.h"
+#include "bench/kernel/sketch_drawing.h"
 
 namespace bench::kernel {
 
@@ -18,75 +19,84 @@ using nlohmann::json;
 namespace {
 
 constexpr int kMostPixels = 10000;    // a side
-constexpr double kMargin = 0.05;      // of the picture's side, on each side
 constexpr double kDeflection = 1e-4;  // of the scene's size
 // Normals that turn to the viewer by less than this are square to the view: they waver on a wall that the
 // viewer looks along.
 constexpr double kEdgeOn = 1e-6;
 
-// One part of the scene where it stands.
-struct MeshInPlace {
-  const Mesh* mesh = nullptr;
-  gp_Trsf place;
+// What a part is drawn from, in its own coordinates.
+struct Shown {
+  Mesh mesh;
   std::uint32_t material = 0;
+  PartLines sketches;
+
+  void AddTo(ScreenFit& fit, const gp_Trsf& place) const {
+    const auto add = [&](const gp_XYZ& at) { fit.Add(gp_Pnt(at).Transformed(place).XYZ()); };
+    for (const MeshNode& node : mesh.nodes) add(node.point);
+    for (const SketchLines* lines : {&sketches.geometry, &sketches.guides}) {
+      for (const auto& curve : lines->curves) std::ranges::for_each(curve, add);
+      std::ranges::for_each(lines->points, add);
+    }
+  }
 };
 
-double SizeOf(const Scene& scene, const std::vector<PlacedBody>& bodies) {
+bool IsSeen(const SceneModel& model) {
+  const auto draws = [](const SketchGeometry& sketch) { return !sketch.IsEmpty(); };
+  return !model.body.IsEmpty() || std::ranges::any_of(model.sketches, draws);
+}
+
+// A part with solids gets a material of its own.
+Shown ShownOf(const SceneModel& model, double deflection, std::vector<ShadeTable>& materials) {
+  Shown shown;
+  shown.sketches = LinesOf(model.sketches, deflection);
+  if (model.body.IsEmpty()) return shown;
+  shown.mesh = MeshOf(model.body.Compound(), deflection);
+  shown.material = static_cast<std::uint32_t>(materials.size());
+  materials.emplace_back(PartColor(materials.size()));
+  return shown;
+}
+
+Bounds RoomOf(const SceneModel& model) {
+  Bounds bounds;
+  if (!model.body.IsEmpty()) bounds = BoundsOf(model.body.Compound());
+  for (const SketchGeometry& sketch : model.sketches) {
+    for (const auto* curves : {&sketch.curves, &sketch.guides})
+      for (const SketchCurve& curve : *curves) bounds.Add(BoundsOf(curve.edge));
+    for (const auto* points : {&sketch.points, &sketch.guide_points})
+      for (const SketchPoint& point : *points) bounds.Add(point.at.XYZ());
+  }
+  return bounds;
+}
+
+double SizeOf(const Scene& scene, const std::vector<PlacedPart>& parts) {
   std::map<ModelIndex, Bounds> bounds;
   Bounds all;
-  for (const PlacedBody& body : bodies) {
-    const auto [entry, fresh] = bounds.try_emplace(body.model);
-    if (fresh) entry->second = BoundsOf(scene.models[body.model].body.Compound());
+  for (const PlacedPart& part : parts) {
+    const auto [entry, fresh] = bounds.try_emplace(part.model);
+    if (fresh) entry->second = RoomOf(scene.models[part.model]);
+    if (entry->second.IsEmpty()) continue;
     const gp_XYZ &low = entry->second.low, &high = entry->second.high;
     for (int corner = 0; corner < 8; ++corner) {
       gp_Pnt at(corner & 1 ? high.X() : low.X(), corner & 2 ? high.Y() : low.Y(),
                 corner & 4 ? high.Z() : low.Z());
-      all.Add(at.Transformed(body.place).XYZ());
+      all.Add(at.Transformed(part.place).XYZ());
     }
   }
   return (all.high - all.low).Modulus();
 }
-
-// The room of the screen that a scene takes up, in millimetres, and how it becomes pixels.
-class Fit {
- public:
-  Fit(const Sight& sight, int width, int height) : sight_(sight), width_(width), height_(height) {}
-
-  gp_XYZ OnScreen(const gp_XYZ& at) const {
-    return {at.Dot(sight_.right), at.Dot(sight_.up), at.Dot(sight_.toward)};
-  }
-  void Add(const gp_XYZ& at) { room_.Add(OnScreen(at)); }
-
-  void Settle() {
-    const gp_XYZ size = room_.high - room_.low;
-    const double share = 1 - 2 * kMargin;
-    scale_ = std::min(share * width_ / size.X(), share * height_ / size.Y());
-    middle_ = (room_.high + room_.low) / 2;
-  }
-
-  ScreenPoint Pixel(const gp_XYZ& at) const {
-    const gp_XYZ away = (OnScreen(at) - middle_) * scale_;
-    return {static_cast<float>(width_ / 2.0 + away.X()), static_cast<float>(height_ / 2.0 - away.Y()),
-            static_cast<float>(away.Z())};
-  }
-
- private:
-  Sight sight_;
-  int width_, height_;
-  Bounds room_;
-  double scale_ = 1;
-  gp_XYZ middle_;
-};
 
 struct LineStyle {
   float width = 1;
   std::uint8_t strength = 255;
 };
 
-// Lines as thick as they are in a window, also where the picture is a poster's.
+// Lines are as thick as they are in a window, also where the picture is a poster's.
+float LineScale(int width, int height) {
+  return std::clamp(static_cast<float>(std::min(width, height)) / 1080, 0.7f, 10.0f);
+}
+
 struct LineStyles {
-  explicit LineStyles(int width, int height) {
-    const float scale = std::clamp(static_cast<float>(std::min(width, height)) / 1080, 0.7f, 10.0f);
+  explicit LineStyles(float scale) {
     sharp = {1.5f * scale, 255};
     outline = {1.5f * scale, 235};
     smooth = {1.0f * scale, 70};
@@ -96,20 +106,20 @@ struct LineStyles {
 
 class Drawer {
  public:
-  Drawer(const Fit& fit, const LineStyles& styles, ScreenDrawing& drawing)
+  Drawer(const ScreenFit& fit, const LineStyles& styles, ScreenDrawing& drawing)
       : fit_(fit), styles_(styles), drawing_(drawing) {}
 
-  void Draw(const MeshInPlace& part) {
+  void Draw(const Shown& part, const gp_Trsf& place) {
     nodes_.clear();
-    for (const MeshNode& node : part.mesh->nodes) nodes_.push_back(Placed(node, part.place));
-    for (const auto& triangle : part.mesh->triangles) {
+    for (const MeshNode& node : part.mesh.nodes) nodes_.push_back(Placed(node, place));
+    for (const auto& triangle : part.mesh.triangles) {
       AddTriangle(triangle, part.material);
       AddOutline(triangle);
     }
-    for (const MeshEdge& edge : part.mesh->edges) {
+    for (const MeshEdge& edge : part.mesh.edges) {
       const LineStyle& style = edge.is_smooth ? styles_.smooth : styles_.sharp;
       for (std::size_t i = 0; i + 1 < edge.points.size(); ++i)
-        AddLine(Pixel(edge.points[i], part.place), Pixel(edge.points[i + 1], part.place), style);
+        AddLine(Pixel(edge.points[i], place), Pixel(edge.points[i + 1], place), style);
     }
   }
 
@@ -163,7 +173,7 @@ class Drawer {
     drawing_.lines.push_back({from, to, style.width, style.strength});
   }
 
-  const Fit& fit_;
+  const ScreenFit& fit_;
   const LineStyles& styles_;
   ScreenDrawing& drawing_;
   std::vector<Node> nodes_;
@@ -195,32 +205,28 @@ int ReadDotsPerInch(const Fields& request) {
 }  // namespace
 
 Picture PictureOf(const Scene& scene, const Sight& sight, int width, int height) {
-  const std::vector<PlacedBody> bodies = scene.Bodies();
+  std::vector<PlacedPart> parts = scene.Parts();
+  std::erase_if(parts, [&](const PlacedPart& part) { return !IsSeen(scene.models[part.model]); });
   ScreenDrawing drawing;
-  if (bodies.empty()) return Rasterized(drawing, width, height);
-  const double deflection = kDeflection * SizeOf(scene, bodies);
-  struct Part {
-    Mesh mesh;
-    std::uint32_t material = 0;
-  };
-  std::map<ModelIndex, Part> parts;
-  std::vector<MeshInPlace> placed;
-  Fit fit(sight, width, height);
-  for (const PlacedBody& body : bodies) {
-    const auto [entry, fresh] = parts.try_emplace(body.model);
-    if (fresh) {
-      entry->second = {MeshOf(scene.models[body.model].body.Compound(), deflection),
-                       static_cast<std::uint32_t>(drawing.materials.size())};
-      drawing.materials.emplace_back(PartColor(drawing.materials.size()));
-    }
-    placed.push_back({&entry->second.mesh, body.place, entry->second.material});
-    for (const MeshNode& node : entry->second.mesh.nodes)
-      fit.Add(gp_Pnt(node.point).Transformed(body.place).XYZ());
+  if (parts.empty()) return Rasterized(drawing, width, height);
+  const double deflection = kDeflection * SizeOf(scene, parts);
+  std::map<ModelIndex, Shown> models;
+  ScreenFit fit(sight, width, height);
+  for (const PlacedPart& part : parts) {
+    const auto [entry, fresh] = models.try_emplace(part.model);
+    Shown& shown = entry->second;
+    if (fresh) shown = ShownOf(scene.models[part.model], deflection, drawing.materials);
+    shown.AddTo(fit, part.place);
   }
   fit.Settle();
-  const LineStyles styles(width, height);
+  const float scale = LineScale(width, height);
+  const LineStyles styles(scale);
   Drawer drawer(fit, styles, drawing);
-  for (const MeshInPlace& part : placed) drawer.Draw(part);
+  for (const PlacedPart& part : parts) drawer.Draw(models.at(part.model), part.place);
+  for (const PlacedPart& part : parts)
+    Draw(models.at(part.model).sketches.guides, part.place, fit, GuidePen(scale), drawing);
+  for (const PlacedPart& part : parts)
+    Draw(models.at(part.model).sketches.geometry, part.place, fit, GeometryPen(scale), drawing);
   return Rasterized(drawing, width, height);
 }
 

@@ -1,4 +1,4 @@
-// A picture of a scene as the window of a CAD system shows it: shaded, with its edges.
+// A picture of a scene as the window of a CAD system shows it: shaded, with its edges and sketches.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -10,8 +10,8 @@
 
 namespace bench::kernel {
 
-// The scene fills the middle of the picture up to a margin, the same on both sides of the one way that it
-// reaches further. Both sides above 0.
+// Solids and sketches fill the middle of the picture up to a margin, the same on both sides of the one way
+// that they reach further. Both sides above 0.
 Picture PictureOf(const Scene& scene, const Sight& sight, int width, int height);
 
 // The answer to "render". Throws BadRequest, and Refusal when the file can't be written.

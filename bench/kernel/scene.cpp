@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <gp_Ax3.hxx>
+#include <set>
 #include <utility>
 
 namespace bench::kernel {
@@ -49,6 +50,15 @@ std::vector<SceneComponent> ReadComponents(const json& entries, const std::strin
   return components;
 }
 
+// The features whose sketches a picture shows.
+std::set<int> ReadShown(const Fields& fields) {
+  std::set<int> features;
+  if (!fields.Has("sketches")) return features;
+  for (const json& feature : fields.Array("sketches"))
+    features.insert(fields.AsInteger(feature, "each of 'sketches'"));
+  return features;
+}
+
 SceneModel ReadModel(const json& entry, std::size_t known, Regenerator& regenerator) {
   const std::string where = "model " + std::to_string(known + 1);
   const Fields fields(entry, where);
@@ -60,26 +70,34 @@ SceneModel ReadModel(const json& entry, std::size_t known, Regenerator& regenera
   } else {
     model.recipes = ReadRecipes(fields.Array("recipes"));
     model.body = regenerator.Body(model.recipes);
+    if (const std::set<int> shown = ReadShown(fields); !shown.empty())
+      model.sketches = regenerator.Drawn(model.recipes, shown);
   }
   return model;
 }
 
-void AddBodies(const Scene& scene, const PlacedBody& at, std::vector<PlacedBody>& bodies) {
+void AddParts(const Scene& scene, const PlacedPart& at, std::vector<PlacedPart>& parts) {
   const SceneModel& model = scene.models[at.model];
-  if (!model.body.IsEmpty()) bodies.push_back(at);
+  if (!model.is_assembly) parts.push_back(at);
   for (const SceneComponent& component : model.components) {
-    PlacedBody below{at.path, component.model, at.place * component.place};
+    PlacedPart below{at.path, component.model, at.place * component.place};
     below.path.push_back(component.id);
-    AddBodies(scene, below, bodies);
+    AddParts(scene, below, parts);
   }
 }
 
 }  // namespace
 
-std::vector<PlacedBody> Scene::Bodies() const {
-  std::vector<PlacedBody> bodies;
-  AddBodies(*this, {{}, root, {}}, bodies);
-  return bodies;
+std::vector<PlacedPart> Scene::Bodies() const {
+  std::vector<PlacedPart> parts = Parts();
+  std::erase_if(parts, [this](const PlacedPart& part) { return models[part.model].body.IsEmpty(); });
+  return parts;
+}
+
+std::vector<PlacedPart> Scene::Parts() const {
+  std::vector<PlacedPart> parts;
+  AddParts(*this, {{}, root, {}}, parts);
+  return parts;
 }
 
 Scene ReadScene(const Fields& request, Regenerator& regenerator) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "bench/kernel/feature.h"
+#include "bench/kernel/features/sketch.h"
 #include "bench/kernel/json_fields.h"
 #include "bench/kernel/named_shape.h"
 #include "bench/kernel/regenerate.h"
@@ -28,10 +29,11 @@ struct SceneModel {
   std::vector<SceneComponent> components;  // of an assembly
   std::vector<Recipe> recipes;             // of a part, for Regenerator::Keys
   NamedShape body;                         // of a part: its solids in its own coordinates
+  std::vector<SketchGeometry> sketches;    // of a part: those that a picture shows
 };
 
-// One occurrence of a part that has solids.
-struct PlacedBody {
+// One occurrence of a part.
+struct PlacedPart {
   std::vector<int> path;  // ids of components from the root down; empty for a root that is a part
   ModelIndex model = 0;
   gp_Trsf place;  // in the root's coordinates, without any scale
@@ -42,8 +44,9 @@ struct Scene {
   ModelIndex root = 0;
 
   const SceneModel& Root() const { return models[root]; }
-  // In the order of the components, depth first.
-  std::vector<PlacedBody> Bodies() const;
+  // In the order of the components, depth first: of the parts that have solids, and of all.
+  std::vector<PlacedPart> Bodies() const;
+  std::vector<PlacedPart> Parts() const;
 };
 
 // Reads "models" and "root" of a request and builds each part once. Throws BadRequest.

@@ -85,6 +85,14 @@ Rgb EdgeColor() {
   return {38, 46, 58};
 }
 
+Rgb SketchColor() {
+  return {22, 60, 190};
+}
+
+Rgb GuideColor() {
+  return {112, 138, 206};
+}
+
 Rgb BackgroundAt(double share) {
   constexpr Rgb kUpper{190, 203, 219}, kLower{243, 246, 249};
   return {Between(kUpper.red, kLower.red, share), Between(kUpper.green, kLower.green, share),

@@ -39,6 +39,10 @@ Rgb PartColor(std::size_t number);
 
 Rgb EdgeColor();
 
+// Of a sketch's curves and points; of its construction and centerlines.
+Rgb SketchColor();
+Rgb GuideColor();
+
 // From 0, the upper edge of the picture, to 1.
 Rgb BackgroundAt(double share);
 

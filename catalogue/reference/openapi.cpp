@@ -66,7 +66,8 @@ Json Schemas(const Catalogue& catalogue) {
         {"properties",
          {{"success", {{"type", "boolean"}}},
           {"message", {{"type", "string"}, {"description", "What was done, or why not."}}},
-          {"data", {{"description", "The operation's data; null when it failed or has none."}}}}},
+          {"data",
+           {{"description", "The operation's data; null when it has none, as with most failures."}}}}},
         {"required", {"success", "message", "data"}}}},
       {"Error",
        {{"type", "object"}, {"properties", {{"error", {{"type", "string"}}}}}, {"required", {"error"}}}},
@@ -102,8 +103,7 @@ Json ExecutePath() {
             {"summary", "Runs a batch of operations on Creo's main thread."},
             {"description",
              "At most 262,143 bytes, headers included. The answer comes when the whole batch is done, after "
-             "120 s at "
-             "the latest. A failed operation is a result like any other and stops nothing."},
+             "120 s at the latest. A failed operation is a result like any other and stops nothing."},
             {"requestBody",
              {{"required", true}, {"content", {{"application/json", {{"schema", Reference("Batch")}}}}}}},
             {"responses",

@@ -40,10 +40,9 @@ std::string TypeAndUnit(const Json& field) {
   return Text(field, "type") + (unit.empty() ? "" : ", " + unit);
 }
 
-// "required", "one of them", or the default.
+// "required", "optional", or the default.
 std::string Need(const Json& argument) {
   if (argument.value("required", false)) return "required";
-  if (argument.contains("one_of")) return "one of *" + Text(argument, "one_of") + "*";
   const Json fallback = argument.value("default", Json());
   return fallback.is_null() ? "optional" : "default " + Code(Spelled(fallback));
 }
@@ -110,20 +109,30 @@ void WriteData(std::ostream& page, const Json& operation) {
   page << "\n";
 }
 
+bool CanSucceed(const Json& operation) {
+  return !operation["messages"]["success"].empty();
+}
+
+void ListMessages(std::ostream& page, const Json& messages) {
+  for (const Json& message : messages) page << "- " << Code(message.get<std::string>()) << "\n";
+}
+
 void WriteMessages(std::ostream& page, const Json& operation) {
-  page << "Messages when it succeeds:\n\n";
-  for (const Json& message : operation["messages"]["success"])
-    page << "- " << Code(message.get<std::string>()) << "\n";
-  page << "\n<details><summary>Messages when it fails</summary>\n\n";
-  for (const Json& message : operation["messages"]["failure"])
-    page << "- " << Code(message.get<std::string>()) << "\n";
+  if (CanSucceed(operation)) {
+    page << "Messages when it succeeds:\n\n";
+    ListMessages(page, operation["messages"]["success"]);
+    page << "\n";
+  }
+  page << "<details><summary>Messages when it fails</summary>\n\n";
+  ListMessages(page, operation["messages"]["failure"]);
   if (operation["messages"]["failure"].empty()) page << "- none\n";
   page << "\n</details>\n\n";
 }
 
-// What the operation gives back to `POST /execute`.
-Json Answer(const Json& example) {
-  Json result = {{"success", true}, {"message", example["message"]}};
+// What the operation gives back to `POST /execute`: its example succeeds where it can.
+Json Answer(const Json& operation) {
+  const Json& example = operation["example"];
+  Json result = {{"success", CanSucceed(operation)}, {"message", example["message"]}};
   result["data"] = example.value("data", Json());
   return result;
 }
@@ -139,7 +148,7 @@ void WriteExample(std::ostream& page, const Json& operation, bool picture) {
   }
   page << "{" << Json(name).dump() << ": " << Spelled(example["arguments"]) << "}\n"
        << "// is answered by\n"
-       << Spelled(Answer(example)) << "\n```\n\n";
+       << Spelled(Answer(operation)) << "\n```\n\n";
   if (picture) page << "![What comes of it](images/" << name << ".png)\n\n";
 }
 

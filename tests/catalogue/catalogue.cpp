@@ -92,7 +92,6 @@ std::string FieldDeviation(const Json& record, const Json& fields) {
     }
     ++present;
     const Json& value = record.at(name);
-    if (value.is_null() && field.value("nullable", false)) continue;
     if (!IsOfType(value, type)) return name + " is no " + type + ": " + value.dump();
     if (!field.contains("fields")) continue;
     for (const Json& inner : value.is_array() ? value : Json::array({value}))

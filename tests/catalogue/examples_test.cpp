@@ -1,9 +1,8 @@
 // Each operation's entry in the catalogue is held against the operation: its example, what happens when an
-// argument is left out or a default is given, when nothing is open, and what enters the history.
+// argument is left out, doesn't fit or has its default given, when nothing is open, and what enters the
+// history.
 
 #include <windows.h>
-
-#include <map>
 
 #include "addin/operations.h"
 #include "addin/ops/common/history.h"
@@ -18,6 +17,19 @@ namespace {
 // Where the examples keep their files.
 constexpr std::string_view kDrive = "O:\\";
 
+// Values that an argument does not take: just beyond its limits, and a word that is none of its own.
+std::vector<Json> Unfitting(const Json& argument) {
+  std::vector<Json> values;
+  if (argument.contains("above")) values.push_back(argument.at("above"));
+  if (argument.contains("minimum")) values.push_back(argument.at("minimum").get<double>() - 1);
+  if (argument.contains("maximum")) values.push_back(argument.at("maximum").get<double>() + 1);
+  if (argument.contains("below")) values.push_back(argument.at("below"));
+  if (argument.contains("values") && !argument.value("open", false) &&
+      !argument.value("values_default_on_other", false))
+    values.emplace_back("no such word");
+  return values;
+}
+
 class EntryTest : public support::OperationTest {
  public:
   explicit EntryTest(const Entry& entry)
@@ -27,6 +39,7 @@ class EntryTest : public support::OperationTest {
   void TestBody() override {
     Prepare();
     ExpectRefusalsOfWhatIsMissing();
+    ExpectRefusalsOfWhatDoesNotFit();
     const std::size_t steps = UndoStack().size();
     const auto before = Look();
     EXPECT_EQ(Deviation(entry_, Ask(example_.at("arguments"))), "");
@@ -78,23 +91,30 @@ class EntryTest : public support::OperationTest {
 
   // A refused operation leaves the session as it was: all are asked in the same.
   void ExpectRefusalsOfWhatIsMissing() {
-    std::map<std::string, std::vector<std::string>> groups;
-    for (const Json& argument : operation_.at("arguments")) {
-      if (argument.value("required", false)) ExpectMissing({argument.at("name")}, argument.at("missing"));
-      if (argument.contains("one_of")) groups[argument.at("one_of")].push_back(argument.at("name"));
-    }
-    for (const Json& group : operation_.value("missing_groups", Json::array()))
-      ExpectMissing(groups.at(group.at("group")), group.at("message"));
+    for (const Json& argument : operation_.at("arguments"))
+      if (argument.value("required", false)) ExpectMissing(argument.at("name"), argument.at("missing"));
   }
 
-  void ExpectMissing(const std::vector<std::string>& names, const std::string& message) {
+  void ExpectMissing(const std::string& name, const std::string& message) {
     Json arguments = example_.at("arguments");
-    std::size_t left_out = 0;
-    for (const std::string& name : names) left_out += arguments.erase(name);
-    EXPECT_GT(left_out, 0u) << names.front() << " is not in the example";
+    EXPECT_EQ(arguments.erase(name), 1u) << name << " is not in the example";
     const Answer answer = Ask(arguments);
-    EXPECT_EQ(answer.message, message) << "without " << names.front();
+    EXPECT_EQ(answer.message, message) << "without " << name;
     EXPECT_TRUE(IsToldFailure(entry_, answer)) << answer.message;
+  }
+
+  void ExpectRefusalsOfWhatDoesNotFit() {
+    for (const Json& argument : operation_.at("arguments")) {
+      const std::string name = argument.at("name");
+      Json arguments = example_.at("arguments");
+      // What has no default may count only beside other arguments than the example's.
+      if (!arguments.contains(name) && argument.value("default", Json()).is_null()) continue;
+      for (const Json& value : Unfitting(argument)) {
+        arguments[name] = value;
+        const Answer answer = Ask(arguments);
+        EXPECT_TRUE(IsToldFailure(entry_, answer)) << name << " = " << value << ": " << answer.message;
+      }
+    }
   }
 
   // The example's arguments and every default that they don't give.

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <set>
 
 #include "tests/catalogue/catalogue.h"
@@ -24,31 +23,21 @@ constexpr Key kFamilyKeys[] = {{"name", Kind::kText, true},
                                {"purpose", Kind::kText, true},
                                {"operations", Kind::kArray, true}};
 constexpr Key kOperationKeys[] = {
-    {"name", Kind::kText, true},       {"purpose", Kind::kText, true},     {"notes", Kind::kTexts},
-    {"document", Kind::kText, true},   {"history", Kind::kAny, true},      {"undo", Kind::kText},
-    {"read_only", Kind::kFlag, true},  {"destructive", Kind::kFlag, true}, {"arguments", Kind::kArray, true},
-    {"missing_groups", Kind::kArray},  {"data_is", Kind::kText},           {"data", Kind::kArray, true},
-    {"messages", Kind::kRecord, true}, {"example", Kind::kRecord, true}};
-constexpr Key kArgumentKeys[] = {{"name", Kind::kText, true},
-                                 {"type", Kind::kText, true},
-                                 {"unit", Kind::kText},
-                                 {"purpose", Kind::kText, true},
-                                 {"required", Kind::kFlag},
-                                 {"missing", Kind::kText},
-                                 {"default", Kind::kAny},
-                                 {"one_of", Kind::kText},
-                                 {"values", Kind::kTexts},
-                                 {"open", Kind::kFlag},
-                                 {"values_default_on_other", Kind::kFlag},
-                                 {"above", Kind::kNumber},
-                                 {"minimum", Kind::kNumber},
-                                 {"maximum", Kind::kNumber},
-                                 {"below", Kind::kNumber},
-                                 {"fields", Kind::kArray}};
+    {"name", Kind::kText, true},      {"purpose", Kind::kText, true},     {"notes", Kind::kTexts},
+    {"document", Kind::kText, true},  {"history", Kind::kAny, true},      {"undo", Kind::kText},
+    {"read_only", Kind::kFlag, true}, {"destructive", Kind::kFlag, true}, {"arguments", Kind::kArray, true},
+    {"data_is", Kind::kText},         {"data", Kind::kArray, true},       {"messages", Kind::kRecord, true},
+    {"example", Kind::kRecord, true}};
+constexpr Key kArgumentKeys[] = {{"name", Kind::kText, true}, {"type", Kind::kText, true},
+                                 {"unit", Kind::kText},       {"purpose", Kind::kText, true},
+                                 {"required", Kind::kFlag},   {"missing", Kind::kText},
+                                 {"default", Kind::kAny},     {"values", Kind::kTexts},
+                                 {"open", Kind::kFlag},       {"values_default_on_other", Kind::kFlag},
+                                 {"above", Kind::kNumber},    {"minimum", Kind::kNumber},
+                                 {"maximum", Kind::kNumber},  {"below", Kind::kNumber}};
 constexpr Key kDataKeys[] = {{"name", Kind::kText, true}, {"type", Kind::kText, true},
                              {"unit", Kind::kText},       {"purpose", Kind::kText, true},
-                             {"optional", Kind::kFlag},   {"nullable", Kind::kFlag},
-                             {"fields", Kind::kArray}};
+                             {"optional", Kind::kFlag},   {"fields", Kind::kArray}};
 constexpr Key kMessageKeys[] = {{"success", Kind::kTexts, true}, {"failure", Kind::kTexts, true}};
 constexpr Key kExampleKeys[] = {{"given", Kind::kArray, true},
                                 {"arguments", Kind::kRecord, true},

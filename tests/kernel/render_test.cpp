@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <tiffio.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -186,6 +187,149 @@ TEST(Render, HidesWhatLiesBehind) {
   EXPECT_NE(both(20).pixels, alone.pixels);
 }
 
+// The part with the sketches of those features to be seen.
+json Showing(json part, const std::vector<int>& sketches) {
+  part["sketches"] = sketches;
+  return part;
+}
+
+json SketchOn(const json& plane, const Entities& entities) {
+  return Showing(PartOf({SketchRecipe(1, plane, entities)}), {1});
+}
+
+// Like nothing in a picture but what sketches draw.
+bool IsBlue(const Pixel& pixel) {
+  return pixel[2] > pixel[0] + 60;
+}
+
+int CountBlue(const Image& image) {
+  return static_cast<int>(std::ranges::count_if(image.pixels, IsBlue));
+}
+
+TEST(Render, DrawsACircleWhereItLies) {
+  // Seen from above the radius of 10 is half of 270 pixels, and the picture's middle is the circle's.
+  const json circle = SketchOn(Top(), {Circle(1, 4, 5, 10)});
+  const Image image = Shown({circle}, kTop), empty = Shown({PartOf({})}, kTop);
+  for (int y = 0; y < image.height; ++y)
+    for (int x = 0; x < image.width; ++x)
+      if (image.At(x, y) != empty.At(x, y)) {
+        // Half of the line's width of 1.4, and the way from a pixel's middle to its corner.
+        ASSERT_NEAR(std::hypot(x + 0.5 - 200, y + 0.5 - 150), 135, 0.7 + 0.71) << x << ", " << y;
+      }
+  for (int degrees = 0; degrees < 360; ++degrees) {
+    const double angle = degrees * kPi / 180;
+    const int x = static_cast<int>(200 + 135 * std::cos(angle)),
+              y = static_cast<int>(150 - 135 * std::sin(angle));
+    EXPECT_TRUE(IsBlue(image.At(x, y))) << degrees;
+  }
+}
+
+TEST(Render, FitsSketchesIntoThePicture) {
+  const json circle = SketchOn(Front(), {Circle(1, 0, 0, 10)});
+  const json text = {{"id", 1}, {"type", "text"}, {"from", {5, 5}}, {"to", {45, 15}}, {"text", "HEX"}};
+  const json pattern = {
+      {"feature", 2}, {"kind", "pattern"}, {"members", {1}}, {"motions", {Shift(30, 0, 0)}}};
+  const struct {
+    const char* what;
+    std::vector<json> models;
+    double width, height;  // of the box around what is drawn, in pixels
+  } kCases[] = {
+      {"a line", {SketchOn(Front(), {Line(1, 7, 3, 17, 3)})}, 360, 0},
+      {"an arc", {SketchOn(Front(), {Arc(1, 0, 0, 10, 0, kPi)})}, 360, 180},
+      {"an ellipse", {SketchOn(Front(), {Ellipse(1, 3, 3, 10, 20)})}, 135, 270},
+      {"a spline", {SketchOn(Front(), {Spline(1, {{0, 0}, {20, 10}, {40, 0}})})}, 360, 90},
+      {"the box of a text", {SketchOn(Front(), {text})}, 360, 90},
+      {"beside a solid",
+       {Showing(PartOf({Brick(), SketchRecipe(42, Front(), {Line(1, 0, -20, 40, -20)})}), {42})},
+       // 40 by 20 + 30
+       216,
+       270},
+      // 50 by 20
+      {"two in an assembly",
+       {circle, AssemblyOf({Placed(1, 0, Shift(0, 0, 0)), Placed(2, 0, Shift(30, 0, 0))})},
+       360,
+       144},
+      {"repeated by a pattern",
+       {Showing(PartOf({SketchRecipe(1, Front(), {Circle(1, 0, 0, 10)}), pattern}), {1, 2})},
+       360,
+       144},
+      // Crosses reach 3.5 pixels from the points.
+      {"two points", {SketchOn(Front(), {Point(1, 0, 0), Point(2, 20, 10)})}, 367, 187},
+      {"a point", {SketchOn(Front(), {Point(1, 50, 60)})}, 7, 7},
+      {"a line that is seen as a point", {SketchOn(Right(), {Line(1, 0, 0, 30, 0)})}, 0, 0},
+  };
+  for (const auto& c : kCases) {
+    const Drawn drawn = DrawnIn(Shown(c.models, kFront), Shown({PartOf({})}, kFront));
+    // Half of a line's width, and the rest of a pixel.
+    EXPECT_NEAR(drawn.left, 200 - c.width / 2, 1.71) << c.what;
+    EXPECT_NEAR(drawn.right + 1, 200 + c.width / 2, 1.71) << c.what;
+    EXPECT_NEAR(drawn.top, 150 - c.height / 2, 1.71) << c.what;
+    EXPECT_NEAR(drawn.bottom + 1, 150 + c.height / 2, 1.71) << c.what;
+  }
+}
+
+TEST(Render, HidesSketchesBehindSolids) {
+  const auto with_circle_at = [](double z) {
+    const json sketch = SketchRecipe(2, FrontAt(z), {Circle(1, 10, 15, 5)});
+    return Showing(PartOf({Extrude(1, Front(), Rectangle(1, 0, 0, 20, 30)), sketch}), {2});
+  };
+  const Image alone = Shown({Block()}, kFront);
+  EXPECT_EQ(Shown({with_circle_at(-1)}, kFront).pixels, alone.pixels);
+  EXPECT_EQ(Shown({with_circle_at(9)}, kFront).pixels, alone.pixels);
+  // On the upper face it is seen whole, from wherever that is seen. The block's middle is the picture's.
+  const struct {
+    const json& view;
+    double scale;  // pixels a millimetre
+  } kViews[] = {{kFront, 9}, {kSlanted, 8.3947}};
+  for (const auto& [view, scale] : kViews) {
+    const Image image = Shown({with_circle_at(10)}, view);
+    for (int degrees = 0; degrees < 360; degrees += 3) {
+      const double angle = degrees * kPi / 180, from_middle[] = {5 * std::cos(angle), 5 * std::sin(angle), 5};
+      double across = 0, up = 0;
+      for (std::size_t i = 0; i < 3; ++i) {
+        across += from_middle[i] * view[i][0].get<double>();
+        up += from_middle[i] * view[i][1].get<double>();
+      }
+      EXPECT_TRUE(
+          IsBlue(image.At(static_cast<int>(200 + across * scale), static_cast<int>(150 - up * scale))))
+          << degrees;
+    }
+  }
+}
+
+TEST(Render, DrawsNoSketchThatIsNotToBeShown) {
+  const Recipes recipes = {SketchRecipe(1, Front(), {Circle(1, 50, 50, 50), Point(2, -50, 0)}),
+                           Extrude(2, Front(), Rectangle(1, 0, 0, 20, 30))};
+  const Image alone = Shown({Block()}, kSlanted);
+  EXPECT_EQ(Shown({PartOf(recipes)}, kSlanted).pixels, alone.pixels);
+  // A solid draws nothing of its own, nor does a feature that isn't there.
+  EXPECT_EQ(Shown({Showing(PartOf(recipes), {2, 77})}, kSlanted).pixels, alone.pixels);
+  EXPECT_GT(CountBlue(Shown({Showing(PartOf(recipes), {1})}, kSlanted)), 200);
+  // Nothing but background.
+  EXPECT_EQ(Shown({SketchOn(Front(), {})}, kFront).pixels, Shown({PartOf({})}, kFront).pixels);
+}
+
+TEST(Render, DrawsConstructionAndCenterlinesDashedAndPaler) {
+  // 360 pixels of line; of dashes 6.3 and gaps 4.2 long, rounded ends included, some two thirds of it.
+  const auto columns = [](const json& line) {
+    const Image image = Shown({SketchOn(Front(), {line})}, kFront, 400, 301);
+    int count = 0, darkest = 255;
+    for (int x = 0; x < image.width; ++x) {
+      count += IsBlue(image.At(x, 150));
+      darkest = std::min<int>(darkest, image.At(x, 150)[0]);
+    }
+    return std::pair(count, darkest);
+  };
+  const auto [whole, dark] = columns(Line(1, 0, 0, 40, 0));
+  EXPECT_NEAR(whole, 360, 3);
+  for (const json& guide : {AsConstruction(Line(1, 0, 0, 40, 0)), Centerline(1, 0, 0, 40, 0)}) {
+    const auto [dashed, pale] = columns(guide);
+    EXPECT_GT(dashed, 360 * 0.55);
+    EXPECT_LT(dashed, 360 * 0.8);
+    EXPECT_GT(pale, dark + 40);
+  }
+}
+
 TEST(Render, WritesEachFormatAtTheAskedSize) {
   json request = Request(kSlanted, 321, 123);
   const Image bmp = ReadBmp(Bytes({Block()}, request));
@@ -213,6 +357,9 @@ TEST(Render, OfSenselessRequestsIsAnError) {
                          Request(scaled, 100, 100),    Request({1, 0, 0}, 100, 100)};
   for (const json& request : kCases)
     EXPECT_TRUE(Ask("render", {Block()}, request).contains("error")) << request;
+  json named = Block();
+  named["sketches"] = {"S"};
+  EXPECT_TRUE(Ask("render", {named}, Request(kFront, 100, 100)).contains("error"));
 }
 
 }  // namespace

@@ -1,10 +1,17 @@
-// Requests about a whole model.
+// Requests about a whole model, and models that several tests ask about.
 #pragma once
 
 #include "bench/kernel/requests.h"
 #include "tests/kernel/recipes.h"
 
 namespace bench::kernel::testing {
+
+// A plate of 20 · 30 · 10 with a corner in the origin and a hole of radius 3.
+inline Recipes Plate() {
+  return {Extrude(1, Front(), Rectangle(1, 0, 0, 20, 30)),
+          Extrude(2, Front(), {Circle(1, 10, 10, 3)}, {.operation = "cut", .mode = "through_all"})};
+}
+inline constexpr double kPlate = 6000 - 90 * kPi;
 
 // A part, or an assembly, of a scene.
 inline json PartOf(const Recipes& recipes, const std::string& name = "PART") {

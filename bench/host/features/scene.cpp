@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "bench/host/features/regeneration.h"
+#include "bench/host/features/shown_sketches.h"
 #include "bench/host/model/component.h"
 #include "bench/host/text.h"
 
@@ -31,7 +32,8 @@ class ModelList {
     if (model.type == PRO_MDL_ASSEMBLY)
       entry += R"(,"components":)" + Components(model);
     else
-      entry += R"(,"recipes":)" + (model.geometry ? model.geometry->recipes : "[]");
+      entry += R"(,"recipes":)" + (model.geometry ? model.geometry->recipes : "[]") + R"(,"sketches":)" +
+               json(ShownSketches(model)).dump();
     text_ += (indices_.empty() ? "" : ",") + entry + '}';
     const std::size_t index = indices_.size();
     indices_[&model] = index;

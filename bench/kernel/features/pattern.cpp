@@ -103,6 +103,8 @@ void AddDrawn(const SketchGeometry& drawn, SketchGeometry& all) {
     all.curves.push_back({static_cast<int>(all.curves.size()) + 1, curve.edge});
   for (const SketchPoint& point : drawn.points)
     all.points.push_back({static_cast<int>(all.points.size()) + 1, point.at});
+  all.guides.insert(all.guides.end(), drawn.guides.begin(), drawn.guides.end());
+  all.guide_points.insert(all.guide_points.end(), drawn.guide_points.begin(), drawn.guide_points.end());
 }
 
 class PatternFeature : public Feature {

@@ -1,6 +1,7 @@
 #include "bench/kernel/features/sketch.h"
 
 #include <BRepBuilderAPI_MakeEdge.hxx>
+#include <optional>
 #include <string>
 
 #include "bench/kernel/refusal.h"
@@ -11,23 +12,33 @@ namespace bench::kernel {
 
 namespace {
 
-std::vector<SketchPoint> PointsOf(const Sketch& sketch) {
-  std::vector<SketchPoint> points;
-  for (const Entity& entity : sketch.entities) {
-    const auto* point = std::get_if<PointEntity>(&entity.geometry);
-    if (point && !entity.construction) points.push_back({entity.id, InSpace(point->at, sketch.plane)});
-  }
-  return points;
+void DrawPoints(const Sketch& sketch, SketchGeometry& drawn) {
+  for (const Entity& entity : sketch.entities)
+    if (const auto* point = std::get_if<PointEntity>(&entity.geometry))
+      (entity.construction ? drawn.guide_points : drawn.points)
+          .push_back({entity.id, InSpace(point->at, sketch.plane)});
+}
+
+// None for what is a curve of the model, and for a text, of which nothing is drawn as construction.
+std::optional<PlanarCurve> GuideOf(const Entity& entity) {
+  if (const auto* line = std::get_if<CenterlineEntity>(&entity.geometry))
+    return CurveOf({entity.id, entity.construction, LineEntity{line->from, line->to}});
+  return entity.construction ? CurveOf(entity) : std::nullopt;
+}
+
+SketchCurve Drawn(const PlanarCurve& curve, const gp_Ax3& plane) {
+  BRepBuilderAPI_MakeEdge maker(InSpace(curve.curve, plane), curve.first, curve.last);
+  if (!maker.IsDone()) throw Refusal("Entity " + std::to_string(curve.entity) + " makes no edge.");
+  return {curve.entity, maker.Edge()};
 }
 
 SketchGeometry Draw(const Sketch& sketch) {
   SketchGeometry drawn;
-  for (const PlanarCurve& curve : BoundingCurves(sketch.entities)) {
-    BRepBuilderAPI_MakeEdge maker(InSpace(curve.curve, sketch.plane), curve.first, curve.last);
-    if (!maker.IsDone()) throw Refusal("Entity " + std::to_string(curve.entity) + " makes no edge.");
-    drawn.curves.push_back({curve.entity, maker.Edge()});
-  }
-  drawn.points = PointsOf(sketch);
+  for (const PlanarCurve& curve : BoundingCurves(sketch.entities))
+    drawn.curves.push_back(Drawn(curve, sketch.plane));
+  for (const Entity& entity : sketch.entities)
+    if (const auto guide = GuideOf(entity)) drawn.guides.push_back(Drawn(*guide, sketch.plane));
+  DrawPoints(sketch, drawn);
   return drawn;
 }
 
@@ -61,7 +72,9 @@ gp_Pnt SketchPointNamed(const std::string& key, std::span<const Recipe> recipes)
   for (const Recipe& recipe : recipes) {
     const auto* sketch = dynamic_cast<const SketchFeature*>(recipe.content.get());
     if (!sketch) continue;
-    for (const SketchPoint& point : PointsOf(sketch->sketch()))
+    SketchGeometry drawn;
+    DrawPoints(sketch->sketch(), drawn);
+    for (const SketchPoint& point : drawn.points)
       if (SketchKey(recipe.feature, "point", point.entity) == key) return point.at;
   }
   throw Refusal("There is no sketch point " + key + ".");

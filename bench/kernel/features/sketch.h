@@ -21,10 +21,16 @@ struct SketchPoint {
   gp_Pnt at;
 };
 
-// What a sketch shows: its curves and points that are neither construction nor centerlines.
+// What a sketch shows.
 struct SketchGeometry {
+  // What is neither construction nor a centerline: geometry of the model.
   std::vector<SketchCurve> curves;
   std::vector<SketchPoint> points;
+  // Construction and centerlines, which are only looked at.
+  std::vector<SketchCurve> guides;
+  std::vector<SketchPoint> guide_points;
+
+  bool IsEmpty() const { return curves.empty() && points.empty() && guides.empty() && guide_points.empty(); }
 };
 
 // The key of a sketch's point or curve: "41:point:3", "41:curve:3".
