@@ -3,55 +3,40 @@
 #include <algorithm>
 
 #include "bridge/field_types.h"
+#include "bridge/text.h"
 
 namespace vek::bridge {
 namespace {
 
 std::string NamesOf(const std::vector<Field>& fields) {
-  std::string names;
-  for (const Field& field : fields) names += (names.empty() ? "" : ", ") + field.name;
-  return names;
+  std::vector<std::string> names;
+  for (const Field& field : fields) names.push_back(field.name);
+  return names.empty() ? "none" : Listed(names);
 }
 
-void CheckObject(const std::vector<Field>& fields, const Json& object, const std::string& path,
-                 const std::string& taker, std::vector<std::string>& mistakes);
-
-void CheckValue(const Field& field, const Json& value, const std::string& path,
-                std::vector<std::string>& mistakes) {
-  const FieldType& type = FindFieldType(field.type);
-  if (!type.fits(value)) {
-    mistakes.push_back("Argument '" + path + "' must be " + type.phrase + ".");
-    return;
-  }
-  if (field.fields.empty()) return;
-  if (value.is_object()) return CheckObject(field.fields, value, path + ".", "'" + path + "'", mistakes);
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const std::string element = path + "[" + std::to_string(i) + "]";
-    CheckObject(field.fields, value[i], element + ".", "'" + element + "'", mistakes);
-  }
-}
-
-// `path` stands before the names of the object's members.
-void CheckObject(const std::vector<Field>& fields, const Json& object, const std::string& path,
-                 const std::string& taker, std::vector<std::string>& mistakes) {
-  for (const auto& [name, value] : object.items()) {
-    const auto field = std::ranges::find(fields, name, &Field::name);
-    if (field != fields.end()) {
-      CheckValue(*field, value, path + name, mistakes);
-    } else if (fields.empty()) {
-      mistakes.push_back("Unknown argument '" + path + name + "': " + taker + " takes none.");
-    } else {
-      mistakes.push_back("Unknown argument '" + path + name + "': " + taker + " takes " + NamesOf(fields) +
-                         ".");
-    }
-  }
+// An empty text counts as left out.
+bool IsTakenForTheDefault(const Field& field, const Json& value) {
+  if (!field.default_on_other || !value.is_string() || value == "") return false;
+  const auto& word = value.get_ref<const std::string&>();
+  return std::ranges::none_of(field.values,
+                              [&word](const std::string& known) { return EqualsIgnoringCase(word, known); });
 }
 
 }  // namespace
 
 std::vector<std::string> ArgumentMistakes(const Operation& operation, const Json& arguments) {
   std::vector<std::string> mistakes;
-  CheckObject(operation.arguments, arguments, "", operation.name, mistakes);
+  for (const auto& [name, value] : arguments.items()) {
+    const auto field = std::ranges::find(operation.arguments, name, &Field::name);
+    if (field == operation.arguments.end()) {
+      mistakes.push_back("Unknown argument '" + name + "': " + operation.name + " takes " +
+                         NamesOf(operation.arguments) + ".");
+    } else if (const FieldType& type = FindFieldType(field->type); !type.fits(value)) {
+      mistakes.push_back("Argument '" + name + "' must be " + type.phrase + ".");
+    } else if (IsTakenForTheDefault(*field, value)) {
+      mistakes.push_back("Argument '" + name + "' must be one of " + Listed(field->values) + ".");
+    }
+  }
   return mistakes;
 }
 

@@ -1,6 +1,6 @@
 // What the add-in would ignore quietly is refused before anything is posted: names that an operation does not
-// take, and values of another type. Whether something is missing or out of its limits is for the add-in to
-// say, in its own words.
+// take, values of another type, and words for which it would take its default. Whether something is missing
+// or out of its limits is for the add-in to say, in its own words.
 #pragma once
 
 #include <string>

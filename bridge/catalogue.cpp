@@ -33,12 +33,12 @@ std::vector<Field> ReadFields(const Json& list) {
     field.type = entry.at("type").get<std::string>();
     field.purpose = entry.at("purpose").get<std::string>();
     field.unit = Text(entry, "unit");
-    field.one_of = Text(entry, "one_of");
     field.required = Flag(entry, "required");
     field.optional = Flag(entry, "optional");
     field.default_value = Member(entry, "default", nullptr);
-    field.values = Member(entry, "values", Json::array()).get<std::vector<Json>>();
+    field.values = Member(entry, "values", Json::array()).get<std::vector<std::string>>();
     field.open = Flag(entry, "open");
+    field.default_on_other = Flag(entry, "values_default_on_other");
     for (const char* const limit : kLimitWords)
       if (const Json* const value = FindMember(entry, limit)) field.limits[limit] = *value;
     field.fields = ReadFields(Member(entry, "fields", Json::array()));

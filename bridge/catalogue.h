@@ -9,20 +9,20 @@
 
 namespace vek::bridge {
 
-// An argument, a field of an object argument, or a field of a result's data.
+// An argument, or a field of a result's data.
 struct Field {
   std::string name;
   std::string type;  // a word of field_types.h
   std::string unit;  // empty where it has none
   std::string purpose;
-  std::string one_of;  // the group of which one is required; empty where there is none
   bool required = false;
   bool optional = false;  // of the data: not there in every result
   Json default_value;     // null where there is none
-  std::vector<Json> values;
-  bool open = false;             // whether others than `values` are taken as well
-  Json limits = Json::object();  // above, minimum, maximum, below, as far as there are
-  std::vector<Field> fields;     // of an object, or of the objects of an array
+  std::vector<std::string> values;
+  bool open = false;              // whether others than `values` are taken as well
+  bool default_on_other = false;  // whether others than `values` are taken for the default
+  Json limits = Json::object();   // above, minimum, maximum, below, as far as there are
+  std::vector<Field> fields;      // of an object of the data, or of the objects of an array
 };
 
 struct Operation {

@@ -36,12 +36,18 @@ bool IsArrayOf(const Json& value) {
   return value.is_array() && std::ranges::all_of(value, Fits);
 }
 
-bool IsPoint(const Json& value) {
+bool IsPair(const Json& value) {
   return value.size() == 2 && IsArrayOf<IsNumber>(value);
 }
 
+bool IsPoint(const Json& value) {
+  const Json* const x = FindMember(value, "x");
+  const Json* const y = FindMember(value, "y");
+  return IsPair(value) || (x != nullptr && y != nullptr && IsNumber(*x) && IsNumber(*y));
+}
+
 bool IsContour(const Json& value) {
-  return IsArrayOf<IsPoint>(value);
+  return IsArrayOf<IsPair>(value);
 }
 
 bool IsMatrixRow(const Json& value) {
@@ -63,6 +69,10 @@ bool IsNumberOrNumbers(const Json& value) {
 #define NUMBER R"({"type":"number"})"
 #define TEXT R"({"type":"string"})"
 #define OBJECT R"({"type":"object"})"
+#define EITHER(one, other) R"({"anyOf":[)" one "," other "]}"
+#define PAIR SOME_OF(NUMBER, 2)
+#define NAMED_PAIR \
+  R"({"type":"object","properties":{"x":)" NUMBER R"(,"y":)" NUMBER R"(},"required":["x","y"]})"
 
 constexpr FieldType kTypes[] = {
     {"number", "a number", NUMBER, IsNumber},
@@ -71,11 +81,12 @@ constexpr FieldType kTypes[] = {
     {"string", "a text", TEXT, IsString},
     {"string array", "an array of texts", ARRAY_OF(TEXT), IsArrayOf<IsString>},
     {"number array", "an array of numbers", ARRAY_OF(NUMBER), IsArrayOf<IsNumber>},
-    {"number or number array", "a number or an array of numbers",
-     R"({"anyOf":[)" NUMBER "," ARRAY_OF(NUMBER) "]}", IsNumberOrNumbers},
-    {"point array", "an array of points [x, y]", ARRAY_OF(SOME_OF(NUMBER, 2)), IsContour},
-    {"contour array", "an array of contours, each an array of points [x, y]",
-     ARRAY_OF(ARRAY_OF(SOME_OF(NUMBER, 2))), IsArrayOf<IsContour>},
+    {"number or number array", "a number or an array of numbers", EITHER(NUMBER, ARRAY_OF(NUMBER)),
+     IsNumberOrNumbers},
+    {"point array", R"(an array of points, each [x, y] or {"x": …, "y": …})",
+     ARRAY_OF(EITHER(PAIR, NAMED_PAIR)), IsArrayOf<IsPoint>},
+    {"contour array", "an array of contours, each an array of points [x, y]", ARRAY_OF(ARRAY_OF(PAIR)),
+     IsArrayOf<IsContour>},
     {"matrix", "four rows of four numbers", SOME_OF(SOME_OF(NUMBER, 4), 4), IsMatrix},
     {"object", "an object", OBJECT, IsObject},
     {"object array", "an array of objects", ARRAY_OF(OBJECT), IsArrayOf<IsObject>},

@@ -4,20 +4,14 @@
 #include <charconv>
 #include <optional>
 
+#include "bridge/text.h"
+
 namespace vek::bridge {
 namespace {
 
 constexpr std::string_view kProtocol = "HTTP/1.";
 constexpr std::string_view kEndOfHead = "\r\n\r\n";
 constexpr std::string_view kLineEnd = "\r\n";
-
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, {}, Lower, Lower);
-}
 
 template <typename Number>
 std::optional<Number> ReadNumber(std::string_view text) {
@@ -40,7 +34,7 @@ std::optional<std::size_t> ReadLength(std::string_view head) {
     const std::string_view line = head.substr(0, head.find(kLineEnd));
     head.remove_prefix(std::min(line.size() + kLineEnd.size(), head.size()));
     const std::size_t colon = line.find(':');
-    if (colon != std::string_view::npos && EqualIgnoringCase(line.substr(0, colon), "content-length"))
+    if (colon != std::string_view::npos && EqualsIgnoringCase(line.substr(0, colon), "content-length"))
       return ReadNumber<std::size_t>(line.substr(colon + 1));
   }
   return std::nullopt;

@@ -34,8 +34,8 @@ Options ReadOptions(std::span<const std::string_view> arguments) {
 
 std::string HelpText(const Address& address) {
   return "vek-mcp offers the operations of VekCreoAddin to an assistant.\n\n"
-         "It speaks the Model Context Protocol on standard input and output; an assistant's program starts "
-         "it.\n\n"
+         "It speaks the Model Context Protocol on standard input and output; an assistant's program "
+         "starts it.\n\n"
          "  --address HOST:PORT  where the add-in listens (" +
          address.Text() +
          ")\n"

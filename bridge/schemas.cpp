@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "bridge/field_types.h"
+#include "bridge/text.h"
 
 namespace vek::bridge {
 namespace {
@@ -15,26 +16,14 @@ constexpr std::pair<const char*, const char*> kLimits[] = {{"above", "exclusiveM
 
 Json ObjectSchema(const std::vector<Field>& fields, bool closed);
 
-std::string WordsOf(const std::vector<Json>& values) {
-  std::string words;
-  for (const Json& value : values)
-    words += (words.empty() ? "" : ", ") + (value.is_string() ? value.get<std::string>() : WriteJson(value));
-  return words;
-}
-
-std::string DescriptionOf(const Field& field, const std::vector<Field>& siblings) {
+std::string DescriptionOf(const Field& field) {
   std::string text = field.purpose;
   if (!field.unit.empty()) text += " Unit: " + field.unit + ".";
-  if (!field.values.empty() && field.open) text += " Words: " + WordsOf(field.values) + ", and others.";
-  if (field.one_of.empty()) return text;
-  // Said in words, because model interfaces refuse a schema that says it.
-  std::string group;
-  for (const Field& sibling : siblings)
-    if (sibling.one_of == field.one_of) group += (group.empty() ? "" : ", ") + sibling.name;
-  return text + " One of these is required: " + group + ".";
+  if (!field.values.empty() && field.open) text += " Words: " + Listed(field.values) + ", and others.";
+  return text;
 }
 
-Json FieldSchema(const Field& field, const std::vector<Field>& siblings, bool closed) {
+Json FieldSchema(const Field& field, bool closed) {
   Json schema = Json::parse(FindFieldType(field.type).schema);
   if (!field.fields.empty()) {
     Json element = ObjectSchema(field.fields, closed);
@@ -44,7 +33,7 @@ Json FieldSchema(const Field& field, const std::vector<Field>& siblings, bool cl
       schema["items"] = std::move(element);
     }
   }
-  schema["description"] = DescriptionOf(field, siblings);
+  schema["description"] = DescriptionOf(field);
   if (!field.values.empty() && !field.open) schema["enum"] = field.values;
   for (const auto& [word, keyword] : kLimits)
     if (const Json* const limit = FindMember(field.limits, word)) schema[keyword] = *limit;
@@ -56,7 +45,7 @@ Json ObjectSchema(const std::vector<Field>& fields, bool closed) {
   Json schema = {{"type", "object"}, {"properties", Json::object()}};
   Json required = Json::array();
   for (const Field& field : fields) {
-    schema["properties"][field.name] = FieldSchema(field, fields, closed);
+    schema["properties"][field.name] = FieldSchema(field, closed);
     // Of what goes in the required is told, of what comes out the optional.
     if (closed ? field.required : !field.optional) required.push_back(field.name);
   }

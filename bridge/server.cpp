@@ -16,16 +16,12 @@ constexpr std::array<std::string_view, 3> kProtocolVersions = {"2025-06-18", "20
 
 constexpr char kInstructions[] =
     "These tools drive the Creo Parametric session that runs on this machine. Lengths are millimetres and "
-    "angles "
-    "degrees, whatever the model's units. Most operations act on the active document; api_document_info "
-    "tells which "
-    "that is. A solid begins with a sketch (api_sketch_create, then its geometry) and becomes a feature of "
-    "it "
-    "(api_feature_extrude and its like). Run several operations with the tool batch. A failed operation says "
-    "why in "
-    "its message. Check what came of your work with api_analysis_mass_properties, api_analysis_bounding_box "
-    "and "
-    "api_feature_list, and look at it with api_export_screenshot.";
+    "angles degrees, whatever the model's units. Most operations act on the active document; "
+    "api_document_info tells which that is. A solid begins with a sketch (api_sketch_create, then its "
+    "geometry) and becomes a feature of it (api_feature_extrude and its like). Run several operations with "
+    "the tool batch. A failed operation says why in its message. Check what came of your work with "
+    "api_analysis_mass_properties, api_analysis_bounding_box and api_feature_list, and look at it with "
+    "api_export_screenshot.";
 
 Json InitializeResult(const Json& params) {
   const Json* const asked = FindMember(params, "protocolVersion");

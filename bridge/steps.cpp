@@ -41,7 +41,7 @@ class Run {
     } else {
       Post(left.first(stop_on_failure_ ? 1 : NextBatch(left)));
     }
-    if (results_.size() < steps_.size())
+    if (!stopped_ && results_.size() < steps_.size())
       follower_.progress(static_cast<double>(results_.size()), Count(results_.size()) + " steps are done.");
   }
 

@@ -47,9 +47,10 @@ Json StructuredData(Json data) {
 
 Json OperationToolResult(const Operation& operation, StepResult result) {
   const bool failed = result.outcome != Outcome::kDone;
+  const bool tells_data = !operation.data.empty() && !(failed && result.data.is_null());
   Json content = Json::array({TextContent(result.message)});
   Json tool_result = {{"content", nullptr}};
-  if (!failed && !operation.data.empty()) {
+  if (tells_data) {
     const auto picture = TakePicture(result.data);
     Json structured = StructuredData(std::move(result.data));
     content.push_back(TextContent(WriteJson(structured)));

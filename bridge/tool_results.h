@@ -12,7 +12,7 @@
 namespace vek::bridge {
 
 // The message as text; the data as structured content, and as text for clients that know no other; a picture
-// as image.
+// as image. Some failures tell data, too.
 Json OperationToolResult(const Operation& operation, StepResult result);
 
 // A line of text for each step; all results as structured content and as text; the pictures as images, in the

@@ -100,8 +100,7 @@ Json BatchTool(const Catalogue& catalogue) {
                     {"default", false},
                     {"description",
                      "Whether the steps behind a failed one are left out. Steps are then posted one at a "
-                     "time, which takes "
-                     "about a tenth of a second for each."}}}}},
+                     "time, which takes about a tenth of a second for each."}}}}},
                 {"required", {"steps"}},
                 {"additionalProperties", false}};
   Json output = {{"type", "object"},
@@ -116,10 +115,8 @@ Json BatchTool(const Catalogue& catalogue) {
           {"title", title},
           {"description",
            "Runs operations in order and gives the result of each. Much faster than the same operations one "
-           "by one. "
-           "A failed step stops nothing unless stop_on_failure is true. A mistake in the names or types of "
-           "any step's "
-           "arguments is told before the first step runs."},
+           "by one. A failed step stops nothing unless stop_on_failure is true. A mistake in the names or "
+           "types of any step's arguments is told before the first step runs."},
           {"inputSchema", std::move(input)},
           {"outputSchema", std::move(output)},
           {"annotations", Annotations(title, false, true)}};

@@ -43,7 +43,8 @@ if ($failed) { exit 1 }
 
 $made = $results.api_analysis_mass_properties.data.volume_cm3
 $meant = (8 * 5 - [Math]::PI * 1 * 1) * 0.8
-Write-Host ('volume {0:F4} cm³, meant {1:F4} cm³' -f $made, $meant)
+# PowerShell 5.1 takes a script without a mark at its head for one in the machine's code page.
+Write-Host ("volume {0:F4} cm$([char]0xB3), meant {1:F4} cm$([char]0xB3)" -f $made, $meant)
 if ([Math]::Abs($made - $meant) -gt 1e-3) {
   Write-Host 'The plate is not as meant.'
   exit 1

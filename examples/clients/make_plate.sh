@@ -32,7 +32,8 @@ jq -e '.results | all(.success)' <<<"$answer" >/dev/null || exit 1
 
 made=$(jq '.results.api_analysis_mass_properties.data.volume_cm3' <<<"$answer")
 meant=$(jq -n '(8 * 5 - 3.14159265) * 0.8')
-printf 'volume %.4f cm³, meant %.4f cm³\n' "$made" "$meant"
+# jq writes a point, whatever the language of the machine.
+LC_ALL=C printf 'volume %.4f cm³, meant %.4f cm³\n' "$made" "$meant"
 jq -en "($made - $meant | fabs) < 1e-3" >/dev/null || {
   echo "The plate is not as meant." >&2
   exit 1

@@ -122,6 +122,17 @@ test('texts, numbers and a picture come and go as they are', async (t) => {
   assert.ok(!texts(shot).join().includes(png));
 });
 
+test('a failure that tells data tells it here, too', async (t) => {
+  const data = { occurrence_name: 'A', from_mm: [0, 0, 0], to_mm: [1, 0, 0], delta_mm: [1, 0, 0] };
+  const { address } = await standInAddin(t, (batch) => results(batch, () => ({ success: false, message: 'Short.', data })));
+  const client = await connect(t, address);
+  await client.listTools();
+  const moved = await client.callTool({ name: 'api_assembly_move_component', arguments: { occurrence_name: 'A', dx_mm: 5 } });
+  assert.ok(moved.isError);
+  assert.deepEqual(moved.structuredContent, data);
+  assert.deepEqual(texts(moved), ['Short.', JSON.stringify(data)]);
+});
+
 test('while Creo works the bridge answers, and a cancelled batch posts nothing more', async (t) => {
   const { posted, address } = await standInAddin(t, async (batch) => {
     await release;

@@ -38,11 +38,11 @@ TEST(Schemas, SayWhatTheCatalogueSays) {
        R"({"type":"string","description":"Word.","enum":["a","b"]})"},
       {R"({"type":"string","purpose":"Plane.","values":["a","b"],"open":true})",
        R"({"type":"string","description":"Plane. Words: a, b, and others."})"},
-      {R"({"type":"string","purpose":"One.","one_of":"g"})",
-       R"({"type":"string","description":"One. One of these is required: v."})"},
-      {R"({"type":"object array","purpose":"Rows.","fields":[{"name":"n","type":"number","purpose":"N.","required":true}]})",
-       R"({"type":"array","items":{"type":"object","properties":{"n":{"type":"number","description":"N."}},
-           "required":["n"],"additionalProperties":false},"description":"Rows."})"},
+      {R"({"type":"point array","purpose":"Corners."})",
+       R"({"type":"array","items":{"anyOf":[
+           {"type":"array","items":{"type":"number"},"minItems":2,"maxItems":2},
+           {"type":"object","properties":{"x":{"type":"number"},"y":{"type":"number"}},"required":["x","y"]}]},
+           "description":"Corners."})"},
   };
   for (const auto& [argument, schema] : table) {
     Json entry = Json::parse(argument);
@@ -57,10 +57,13 @@ TEST(Schemas, SayWhatTheCatalogueSays) {
 TEST(Schemas, OfResultsWrapArraysAndLeavePicturesOut) {
   const char* const data = R"([{"name":"a","type":"string","purpose":"A."},
     {"name":"b","type":"number","purpose":"B.","unit":"mm","optional":true},
+    {"name":"c","type":"object array","purpose":"C.","fields":[{"name":"n","type":"number","purpose":"N."}]},
     {"name":"screenshot_base64","type":"string","purpose":"P.","optional":true},
     {"name":"screenshot_media_type","type":"string","purpose":"T.","optional":true}])";
   const Json row = Json::parse(R"({"type":"object","properties":{"a":{"type":"string","description":"A."},
-    "b":{"type":"number","description":"B. Unit: mm."}},"required":["a"]})");
+    "b":{"type":"number","description":"B. Unit: mm."},
+    "c":{"type":"array","items":{"type":"object","properties":{"n":{"type":"number","description":"N."}},"required":["n"]},
+         "description":"C."}},"required":["a","c"]})");
   EXPECT_EQ(OperationTool(Described("[]", data))["outputSchema"], row);
   EXPECT_EQ(OperationTool(Described("[]", data, true))["outputSchema"]["properties"]["items"]["items"], row);
   const Json tool = OperationTool(Described("[]"));
@@ -83,8 +86,10 @@ TEST(FieldTypes, TakeWhatTheirSchemaTakes) {
       {"string array", {"[]", "[\"a\"]"}, {"\"a\"", "[1]"}},
       {"number array", {"[]", "[1,2.5]"}, {"1", "[\"1\"]", "{}"}},
       {"number or number array", {"1", "[1]"}, {"\"1\"", "[null]"}},
-      {"point array", {"[]", "[[1,2]]"}, {"[1,2]", "[[1]]", "[[1,2,3]]", "[[1,\"2\"]]"}},
-      {"contour array", {"[]", "[[[1,2],[3,4]]]"}, {"[[1,2]]"}},
+      {"point array",
+       {"[]", "[[1,2]]", R"([[1,2],{"x":1,"y":2}])"},
+       {"[1,2]", "[[1]]", "[[1,2,3]]", "[[1,\"2\"]]", R"([{"x":1}])", R"([{"x":1,"y":"2"}])"}},
+      {"contour array", {"[]", "[[[1,2],[3,4]]]"}, {"[[1,2]]", R"([[{"x":1,"y":2}]])"}},
       {"matrix", {"[[1,0,0,0],[0,1,0,0],[0,0,1,0],[0,0,0,1]]"}, {"[[1,0,0,0]]", "[]"}},
       {"object", {"{}", "{\"a\":1}"}, {"[]"}},
       {"object array", {"[]", "[{}]"}, {"{}", "[1]"}},
@@ -98,13 +103,16 @@ TEST(FieldTypes, TakeWhatTheirSchemaTakes) {
   EXPECT_THROW(FindFieldType("numbers"), std::invalid_argument);
 }
 
-TEST(ArgumentCheck, NamesWhereTheMistakeIs) {
-  const Operation operation = Described(R"([{"name":"rows","type":"object array","purpose":"","fields":[
-    {"name":"n","type":"number","purpose":""}]},{"name":"w","type":"string","purpose":""}])");
-  EXPECT_EQ(ArgumentMistakes(operation, Json::parse(R"({"rows":[{"n":1},{"n":"1","m":2}],"W":""})")),
-            (std::vector<std::string>{"Argument 'rows[1].n' must be a number.",
-                                      "Unknown argument 'rows[1].m': 'rows[1]' takes n.",
-                                      "Unknown argument 'W': api_x_y takes rows, w."}));
+TEST(ArgumentCheck, TellsEachMistake) {
+  const Operation operation = Described(R"([{"name":"n","type":"number","purpose":""},
+    {"name":"w","type":"string","purpose":"","values":["left","right"],"values_default_on_other":true},
+    {"name":"v","type":"string","purpose":"","values":["a"]}])");
+  EXPECT_EQ(ArgumentMistakes(operation, Json::parse(R"({"n":"1","W":"","w":"leftish","v":"b"})")),
+            (std::vector<std::string>{"Argument 'n' must be a number.",
+                                      "Unknown argument 'W': api_x_y takes n, w, v.",
+                                      "Argument 'w' must be one of left, right."}));
+  for (const char* fitting : {R"({"w":"LEFT"})", R"({"w":""})"})
+    EXPECT_TRUE(ArgumentMistakes(operation, Json::parse(fitting)).empty()) << fitting;
   // Missing ones are for the add-in to tell.
   EXPECT_TRUE(ArgumentMistakes(operation, Json::object()).empty());
   EXPECT_EQ(ArgumentMistakes(Described("[]"), Json::parse(R"({"a":1})")),

@@ -47,7 +47,8 @@ mkdir "$scratch/unpacked"
 (cd "$scratch/unpacked" && cmake -E tar xf "$zip")
 files_below() { (cd "$1" && find . -type f | sort); }
 for file in VekCreoAddin.dll VekAI.Creo.AddinHelper.exe vek-mcp.exe creotk.dat welcome.html text/VekCreoAddin.txt \
-  text/resource/findComponent.png docs/install.md docs/operations/README.md licences/VekCreoAddin.txt; do
+  text/resource/findComponent.png docs/install.md docs/operations/README.md licences/VekCreoAddin.txt \
+  licences/json-for-modern-cpp.txt; do
   [ -s "$scratch/unpacked/$file" ] || complain "$file is not in the zip"
 done
 while IFS=: read -r page link; do
@@ -95,6 +96,22 @@ exec 3>&-
 wait "$bench" || complain "the bench with the installed add-in ends with $?"
 bench=
 
+# So it is with the bridge, which an assistant holds for as long as it runs.
+mkfifo "$scratch/assistant"
+"$root/cmake/wine.sh" "$installed/vek-mcp.exe" <"$scratch/assistant" >"$scratch/bridge" 2>&1 &
+bridge=$!
+exec 4>"$scratch/assistant"
+before=$(files_below "$installed")
+for _ in $(seq 100); do
+  ! grep -q '^vek-mcp' "$scratch/bridge" || break
+  sleep 0.2
+done
+install && complain "the installer replaces a bridge that runs"
+uninstall && complain "the uninstaller removes a bridge that runs"
+[ "$(files_below "$installed")" = "$before" ] || complain "files are gone under a running bridge"
+exec 4>&-
+wait "$bridge" || complain "the installed bridge ends with $?"
+
 # An upgrade keeps the administrator's file and drops what the helper had put aside; no firewall rule was asked for.
 mkdir "$installed/pending"
 touch "$installed/helper.log" "$installed/VekCreoAddin.dll.old-1" "$installed/pending/complete.txt"
@@ -104,9 +121,12 @@ install /NOFIREWALL || complain "the upgrade ends with $?"
 [ ! -e "$installed/pending" ] && [ ! -e "$installed/VekCreoAddin.dll.old-1" ] || complain "the upgrade keeps leftovers"
 [ "$(firewall_calls add) $(firewall_calls delete)" = "1 1" ] || complain "the upgrade treats the firewall rule wrongly"
 
+# What others have put there is theirs.
+touch "$installed/text/own.txt"
 uninstall || complain "the uninstaller ends with $?"
 # Where it runs it can't remove itself.
 rm -f "$installed/uninstall.exe"
-[ ! -d "$installed" ] || [ -z "$(ls -A "$installed")" ] || complain "these stay behind: $(ls -A "$installed")"
+left=$(cd "$installed" && find . -mindepth 1 | sort | tr '\n' ' ')
+[ "$left" = './text ./text/own.txt ' ] || complain "these stay behind: $left"
 wine reg query "$key" >/dev/null 2>&1 && complain "Windows still lists the product"
 exit 0
