@@ -22,6 +22,7 @@ enum class Companion { kMissing, kCanBeStarted, kRuns };
 
 struct AddinRun {
   std::string suite, name;
+  // What the started add-in stands on, or none: it isn't started yet; and what is asked of it.
   std::function<void(AddinSweep&)> ground, act;
   std::wstring tells;  // a line, message or answer that shows that the branch that is meant was taken
   Companion companion = Companion::kMissing;
@@ -34,16 +35,14 @@ class AddinSweep : public SweptRun {
   explicit AddinSweep(const AddinRun& run);
 
   // ---- what grounds are made of
-  void Start();
-  void Stop();
-  void NewPart() { OperationTest::NewPart(); }
-  void DrilledBlock();
+  AddinSweep& NewPart();
+  AddinSweep& DrilledBlock();
   // With a file in the test's directory.
-  void NewAssembly();
-  // A model that lies in the directory and isn't in session; its path.
-  std::wstring OnDisk(const std::wstring& file);
+  AddinSweep& NewAssembly();
+  // A model that lies in the directory and isn't in session.
+  AddinSweep& OnDisk(const std::wstring& file);
   // A component of a model on the disk, in the current assembly.
-  void Place(const std::wstring& file);
+  AddinSweep& Place(const std::wstring& file);
   // Another session of the host can be started.
   void InstallSession();
   void SelectFace(const std::string& type) { host().picks.Select({Face(type)}); }
@@ -52,6 +51,8 @@ class AddinSweep : public SweptRun {
   void AnswerNext(const wchar_t* answer) { host().ui.AnswerNext(answer); }
 
   // ---- what runs are made of
+  void Start();
+  void Stop();
   void Choose(const char* command) { host().menus.Run(command); }
   void OpenPopup() { host().menus.BuildPopup(L"Tree"); }
   void Request(const std::string& head, const std::wstring& body = {});

@@ -6,180 +6,98 @@ namespace vek::support {
 std::vector<AddinRun> AddinRuns() {
   using Sweep = AddinSweep;
   const auto nothing = [](Sweep&) {};
-  const auto started = [](Sweep& s) { s.Start(); };
+  const auto start = [](Sweep& s) { s.Start(); };
+  const auto stop = [](Sweep& s) { s.Stop(); };
+  const auto part = [](Sweep& s) { s.NewPart(); };
+  const auto assembly = [](Sweep& s) { s.NewAssembly(); };
+  const auto bolt = [](Sweep& s) { s.OnDisk(L"bolt.prt"); };
+  const auto step = [](Sweep& s) { s.OnDisk(L"block.stp"); };
+  const auto replaceable = [](Sweep& s) {
+    s.OnDisk(L"bolt.prt").OnDisk(L"screw.prt").NewAssembly().Place(L"bolt.prt");
+  };
+  const auto picked = [](Sweep& s) { s.DrilledBlock().PickFace("plane"); };
   const auto request = [](const char* head, const wchar_t* body) {
     return [=](Sweep& s) { s.Request(head, body); };
   };
-  const auto command = [](const char* name) { return [=](Sweep& s) { s.Choose(name); }; };
-  const auto replaceable = [](Sweep& s) {
-    s.OnDisk(L"bolt.prt");
-    s.OnDisk(L"screw.prt");
-    s.NewAssembly();
-    s.Place(L"bolt.prt");
-    s.Start();
+  const auto ask = [](const wchar_t* file, const wchar_t* more = L"") {
+    return [=](Sweep& s) { s.Ask(file, more); };
   };
-  const auto kRuns = Companion::kRuns;
+  const auto command = [](const char* name) { return [=](Sweep& s) { s.Choose(name); }; };
+  const auto both = [](auto first, auto second) {
+    return [=](Sweep& s) {
+      first(s);
+      second(s);
+    };
+  };
+  const auto kMissing = Companion::kMissing, kRuns = Companion::kRuns;
+  const wchar_t* const kReplaced = L"Part replacement completed successfully";
 
   return {
-      {"Lifecycle", "start", nothing, [](Sweep& s) { s.Start(); }, L"Server status: ACTIVE"},
-      {"Lifecycle", "start_with_helper", nothing, [](Sweep& s) { s.Start(); }, L"Server status: ACTIVE",
-       Companion::kMissing, true, true},
-      {"Lifecycle", "stop", started, [](Sweep& s) { s.Stop(); }, L"Port 4001 released"},
-      {"Lifecycle", "stop_with_helper", started, [](Sweep& s) { s.Stop(); }, L"Port 4001 released",
-       Companion::kMissing, true, true},
-      {"Lifecycle", "popup_menu", started, [](Sweep& s) { s.OpenPopup(); }, L""},
-      {"Lifecycle", "log_line", nothing, [](Sweep& s) { s.WriteLogLine(); }, L"the line is there"},
+      {"Lifecycle", "start", {}, start, L"Server status: ACTIVE"},
+      {"Lifecycle", "start_with_helper", {}, start, L"Server status: ACTIVE", kMissing, true, true},
+      {"Lifecycle", "stop", nothing, stop, L"Port 4001 released"},
+      {"Lifecycle", "stop_with_helper", nothing, stop, L"Port 4001 released", kMissing, true, true},
+      {"Lifecycle", "popup_menu", nothing, [](Sweep& s) { s.OpenPopup(); }, L""},
+      {"Lifecycle", "log_line", {}, [](Sweep& s) { s.WriteLogLine(); }, L"the line is there"},
 
-      {"Requests", "health", started, request("GET /health HTTP/1.1", L""), L"200 OK"},
-      {"Requests", "health_in_code_page", started, request("GET /health HTTP/1.1\r\nX: \xe4", L""),
+      {"Requests", "health", nothing, request("GET /health HTTP/1.1", L""), L"200 OK"},
+      {"Requests", "health_in_code_page", nothing, request("GET /health HTTP/1.1\r\nX: \xe4", L""),
        L"200 OK"},
-      {"Requests", "nowhere", started, request("GET /nowhere HTTP/1.1", L""), L"404"},
-      {"Requests", "options", started, request("OPTIONS / HTTP/1.1", L""), L"204"},
-      {"Requests", "execute",
-       [](Sweep& s) {
-         s.NewPart();
-         s.Start();
-       },
+      {"Requests", "nowhere", nothing, request("GET /nowhere HTTP/1.1", L""), L"404"},
+      {"Requests", "options", nothing, request("OPTIONS / HTTP/1.1", L""), L"204"},
+      {"Requests", "execute", part,
        request("POST /execute HTTP/1.1",
                LR"({"operations":{"api_document_info":{},"api_sketch_create":{"name":"S","plane":"XY"},)"
                LR"("api_none_such":{}}})"),
        L"200 OK"},
-      {"Requests", "open_part_over_nothing",
-       [](Sweep& s) {
-         s.OnDisk(L"bolt.prt");
-         s.Start();
-       },
-       [](Sweep& s) { s.Ask(L"bolt.prt"); }, L"Model displayed in separate window"},
-      {"Requests", "open_part_over_assembly",
-       [](Sweep& s) {
-         s.OnDisk(L"bolt.prt");
-         s.NewAssembly();
-         s.Start();
-       },
-       [](Sweep& s) { s.Ask(L"bolt.prt"); }, L"Component added with enhanced refresh"},
-      {"Requests", "open_part_over_part",
-       [](Sweep& s) {
-         s.OnDisk(L"bolt.prt");
-         s.NewPart();
-         s.InstallSession();
-         s.Start();
-       },
-       [](Sweep& s) { s.Ask(L"bolt.prt"); }, L"New session created for imported part"},
-      {"Requests", "open_step",
-       [](Sweep& s) {
-         s.OnDisk(L"block.stp");
-         s.NewAssembly();
-         s.Start();
-       },
-       [](Sweep& s) { s.Ask(L"block.stp"); }, L"STEP file imported successfully"},
-      {"Requests", "open_step_refused",
-       [](Sweep& s) {
-         s.OnDisk(L"block.stp");
-         s.Start();
-         s.AnswerNext(L"cancel");
-       },
-       [](Sweep& s) { s.Ask(L"block.stp"); }, L"User canceled STEP file dialog"},
-      {"Requests", "open_from_workspace",
-       [](Sweep& s) {
-         s.OnDisk(L"bolt.prt");
-         s.NewPart();
-         s.Start();
-       },
-       [](Sweep& s) { s.Ask(L"vault/bolt.prt", L"by name"); }, L"Windchill open completed successfully"},
-      {"Requests", "open_missing", started, [](Sweep& s) { s.Ask(L"missing.prt"); }, L"404"},
+      {"Requests", "open_part_over_nothing", bolt, ask(L"bolt.prt"), L"Model displayed in separate window"},
+      {"Requests", "open_part_over_assembly", both(bolt, assembly), ask(L"bolt.prt"),
+       L"Component added with enhanced refresh"},
+      {"Requests", "open_part_over_part", both(bolt, [](Sweep& s) { s.NewPart().InstallSession(); }),
+       ask(L"bolt.prt"), L"New session created for imported part"},
+      {"Requests", "open_step", both(step, assembly), ask(L"block.stp"), L"STEP file imported successfully"},
+      {"Requests", "open_step_refused", both(step, [](Sweep& s) { s.AnswerNext(L"cancel"); }),
+       ask(L"block.stp"), L"User canceled STEP file dialog"},
+      {"Requests", "open_from_workspace", both(bolt, part), ask(L"vault/bolt.prt", L"by name"),
+       L"Windchill open completed successfully"},
+      {"Requests", "open_missing", nothing, ask(L"missing.prt"), L"404"},
       {"Requests", "replace", replaceable,
-       [](Sweep& s) { s.Ask(L"screw.prt", LR"(,"placeLikeComponentTitle":"bolt","replaceExisting":true)"); },
-       L"Part replacement completed successfully"},
-      {"Requests", "add_like",
-       [](Sweep& s) {
-         s.OnDisk(L"bolt.prt");
-         s.OnDisk(L"screw.prt");
-         s.NewAssembly();
-         s.Place(L"bolt.prt");
-         s.Place(L"bolt.prt");
-         s.Start();
-       },
-       [](Sweep& s) {
-         s.Ask(L"screw.prt",
-               LR"(,"placeLikeComponentTitle":"Hexagon bolt","placeLikeFilePath":"C:\\store\\Bolt.PRT.3")");
-       },
-       L"Part replacement completed successfully"},
+       ask(L"screw.prt", LR"(,"placeLikeComponentTitle":"bolt","replaceExisting":true)"), kReplaced},
+      {"Requests", "add_like", both(replaceable, [](Sweep& s) { s.Place(L"bolt.prt"); }),
+       ask(L"screw.prt",
+           LR"(,"placeLikeComponentTitle":"Hexagon bolt","placeLikeFilePath":"C:\\store\\Bolt.PRT.3")"),
+       kReplaced},
       {"Requests", "replace_nothing", replaceable,
-       [](Sweep& s) { s.Ask(L"screw.prt", LR"(,"placeLikeComponentTitle":"rivet")"); },
-       L"Component not found in assembly"},
+       ask(L"screw.prt", LR"(,"placeLikeComponentTitle":"rivet")"), L"Component not found in assembly"},
       {"Requests", "inspect",
-       [](Sweep& s) {
-         s.OnDisk(L"unit.asm");
-         s.OnDisk(L"other.asm");
-         s.NewAssembly();
-         s.Place(L"unit.asm");
-         s.Start();
-       },
-       [](Sweep& s) { s.Ask(L"other.asm", LR"(,"placeLikeComponentTitle":"unit","replaceExisting":true)"); },
+       [](Sweep& s) { s.OnDisk(L"unit.asm").OnDisk(L"other.asm").NewAssembly().Place(L"unit.asm"); },
+       ask(L"other.asm", LR"(,"placeLikeComponentTitle":"unit","replaceExisting":true)"),
        L"Assembly replacement completed successfully"},
 
-      {"Commands", "open_companion_running", started, command("OpenVekApp_Act"), L"already running", kRuns},
-      {"Commands", "open_companion_missing", started, command("OpenVekApp_Act"), L"Failed to launch"},
-      {"Commands", "open_companion", started, command("OpenVekApp_Act"), L"launched successfully",
+      {"Commands", "open_companion_running", nothing, command("OpenVekApp_Act"), L"already running", kRuns},
+      {"Commands", "open_companion_missing", nothing, command("OpenVekApp_Act"), L"Failed to launch"},
+      {"Commands", "open_companion", nothing, command("OpenVekApp_Act"), L"launched successfully",
        Companion::kCanBeStarted},
-      {"Commands", "find_component",
-       [](Sweep& s) {
-         s.DrilledBlock();
-         s.SelectFace("cylinder");
-         s.Start();
-       },
+      {"Commands", "find_component", [](Sweep& s) { s.DrilledBlock().SelectFace("cylinder"); },
        command("FindVekComponent_Act"), L"Measurement data sent successfully", kRuns},
-      {"Commands", "find_component_picked",
-       [](Sweep& s) {
-         s.DrilledBlock();
-         s.PickFace("plane");
-         s.Start();
-       },
-       command("FindVekComponent_Act"), L"Turning on the Vek app"},
-      {"Commands", "find_component_of_nothing",
-       [](Sweep& s) {
-         s.NewPart();
-         s.Start();
-       },
-       command("FindVekComponent_Act"), L"No faces selected", Companion::kMissing, false, true},
-      {"Commands", "replace_component",
-       [=](Sweep& s) {
-         replaceable(s);
-         s.SelectComponent();
-       },
+      {"Commands", "find_component_picked", picked, command("FindVekComponent_Act"),
+       L"Turning on the Vek app"},
+      {"Commands", "find_component_of_nothing", part, command("FindVekComponent_Act"), L"No faces selected",
+       kMissing, false, true},
+      {"Commands", "replace_component", both(replaceable, [](Sweep& s) { s.SelectComponent(); }),
        command("ReplaceVekPart_Act"), L"Replace part data sent successfully", kRuns},
-      {"Commands", "replace_picked",
-       [](Sweep& s) {
-         s.DrilledBlock();
-         s.PickFace("plane");
-         s.Start();
-       },
-       command("ReplaceVekPart_Act"), L"Turning on the Vek app"},
-      {"Commands", "replace_nothing", started, command("ReplaceVekPart_Act"), L"No Part selected",
-       Companion::kMissing, false, true},
-      {"Commands", "inspect_current",
-       [](Sweep& s) {
-         s.NewAssembly();
-         s.Start();
-       },
-       command("InspectAssembly_Act"), L"Assembly inspection data sent successfully", kRuns},
+      {"Commands", "replace_picked", picked, command("ReplaceVekPart_Act"), L"Turning on the Vek app"},
+      {"Commands", "replace_nothing", nothing, command("ReplaceVekPart_Act"), L"No Part selected", kMissing,
+       false, true},
+      {"Commands", "inspect_current", assembly, command("InspectAssembly_Act"),
+       L"Assembly inspection data sent successfully", kRuns},
       {"Commands", "inspect_component",
-       [](Sweep& s) {
-         s.OnDisk(L"unit.asm");
-         s.NewAssembly();
-         s.Place(L"unit.asm");
-         s.SelectComponent();
-         s.Start();
-       },
+       [](Sweep& s) { s.OnDisk(L"unit.asm").NewAssembly().Place(L"unit.asm").SelectComponent(); },
        command("InspectAssembly_Act"), L"Assembly inspection data sent successfully", kRuns},
-      {"Commands", "inspect_part",
-       [](Sweep& s) {
-         s.NewPart();
-         s.Start();
-       },
-       command("InspectAssembly_Act"), L"Current model is not an assembly", Companion::kMissing, false, true},
-      {"Commands", "about_missing", started, command("AboutVek_Act"), L"Could not open About dialog."},
-      {"Commands", "about", started, command("AboutVek_Act"), L"", Companion::kMissing, true},
+      {"Commands", "inspect_part", part, command("InspectAssembly_Act"), L"Current model is not an assembly",
+       kMissing, false, true},
+      {"Commands", "about_missing", nothing, command("AboutVek_Act"), L"Could not open About dialog."},
+      {"Commands", "about", nothing, command("AboutVek_Act"), L"", kMissing, true},
   };
 }
 

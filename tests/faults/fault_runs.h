@@ -6,10 +6,17 @@
 //
 //   "statuses": {"call": [status, …]}: what the add-in takes from it as something else than a failure
 //
+// messages.json has what the answers say then, by operation, and for each of its runs in their order:
+//
+//   [["call", nth, "message"], …]: the nth call of that name fails with -1, the operation's first that makes
+//   it say so
+//
 // In arguments `<dir>` stands for the test's directory and `<step>` for a STEP file as base64.
 #pragma once
 
+#include <filesystem>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -26,15 +33,27 @@ struct Detour {
   int status, first, last;
 };
 
+// What the answer says when the nth call of that name fails.
+struct ToldFailure {
+  std::string call;
+  int nth;
+  std::string message;
+};
+
 struct FaultRun {
   std::string family;        // those of one are run in one process
   std::vector<Step> ground;  // what prepares an empty session
   Step step;
   std::vector<Detour> detours;
   bool succeeds = true;  // when no other call fails
+  std::vector<ToldFailure> told;
+  std::set<std::string> messages;  // all that failures in the operation's runs say
 };
 
 std::vector<FaultRun> ReadFaultRuns();
+
+// Arguments with what stands for something else put in.
+std::wstring Filled(std::wstring arguments, const std::filesystem::path& directory);
 
 // With which statuses each call is to fail.
 struct StatusTable {

@@ -17,6 +17,7 @@ struct Failure {
   std::string call;
   int number = 0;  // of the toolkit's calls in the run, from 1; of Windows' calls of that name, from 1
   int status = 0;  // of the toolkit
+  int nth = 0;     // of the toolkit's calls of that name, from 1
   bool fails_anyway = false;  // in the run that nothing disturbs
 };
 
@@ -31,7 +32,11 @@ class SweptRun : public OperationTest {
   virtual void Go() = 0;
   // What must hold when the run is over and nothing fails any more; null for the run that nothing disturbs.
   virtual void Examine(const Failure* failure) = 0;
+  // What must hold when all failures have been made.
+  virtual void Conclude() {}
 
+  // Whether the failure is made in every slice.
+  virtual bool IsAlwaysMade(const Failure&) const { return false; }
   // Whether the toolkit's calls are failed as well, or those of Windows alone.
   virtual bool SweepsToolkit() const { return true; }
 

@@ -1,12 +1,18 @@
-// Adding constraints between occurrences, and listing them.
-#include <numbers>
+// Adding constraints between occurrences, in words and in those of an intermediate representation, and
+// listing them.
+#include <gmock/gmock.h>
 
+#include <numbers>
+#include <tuple>
+
+#include "addin/ops/common/history.h"
 #include "tests/operations/assembly_ground.h"
 
 namespace vek::support {
 namespace {
 
 constexpr const wchar_t* kAdd = L"api_assembly_add_constraint";
+constexpr const wchar_t* kAddIr = L"api_assembly_add_ir_constraint";
 constexpr const wchar_t* kList = L"api_assembly_list_constraints";
 constexpr double kRoot3 = std::numbers::sqrt3;
 
@@ -23,9 +29,8 @@ class AssemblyConstraints : public AssemblyTest {
   // Free, at kPlaceOfB, turned about X, Y and Z.
   void Free(const wchar_t* name, const wchar_t* angles) {
     static constexpr wchar_t kPose[] = LR"({"kind":"%s","refs":["%s"],"param":%s})";
-    const wchar_t* operation = L"api_assembly_add_ir_constraint";
-    Succeed(operation, Format(kPose, L"FixedPoint", name, L"[30,40,7]"));
-    Succeed(operation, Format(kPose, L"FixedRotation", name, angles));
+    Succeed(kAddIr, Format(kPose, L"FixedPoint", name, L"[30,40,7]"));
+    Succeed(kAddIr, Format(kPose, L"FixedRotation", name, angles));
   }
 };
 
@@ -76,8 +81,8 @@ TEST_F(AssemblyConstraints, AWordAndItsOffsetGiveATypeAPlaceAndAMessage) {
     for (const auto& [moved, held_to, turned, word, offset_mm, head, tail, type, offset, point] : cases) {
       SCOPED_TRACE(EncodeUtf8(Format(L"%s %s", word, turned)));
       Free(moved, turned);
-      ExpectMessage(kAdd, Format(kRequest, moved, held_to, word, offset_mm),
-                    Format(L"%s added between '%s' and '%s'%s.", head, moved, held_to, tail));
+      ExpectAnswer(kAdd, Format(kRequest, moved, held_to, word, offset_mm),
+                   Format(L"%s added between '%s' and '%s'%s.", head, moved, held_to, tail));
       ASSERT_EQ(Constraints(moved).size(), 1u);
       const bench::ComponentConstraint& added = Constraints(moved)[0];
       EXPECT_EQ(added.type, type);
@@ -94,14 +99,14 @@ TEST_F(AssemblyConstraints, AWordAndItsOffsetGiveATypeAPlaceAndAMessage) {
 TEST_F(AssemblyConstraints, GroundingAndFloating) {
   PlaceBlocks();
   for (const wchar_t* word : {L"", L"Ground", L"fixed"}) {
-    ExpectMessage(kAdd, Format(LR"({"type":"%s","occurrence1":"b"})", word), L"Occurrence 'B' grounded.");
+    ExpectAnswer(kAdd, Format(LR"({"type":"%s","occurrence1":"b"})", word), L"Occurrence 'B' grounded.");
     ASSERT_EQ(Constraints(L"B").size(), 1u);
     EXPECT_EQ(Constraints(L"B")[0].type, 13);
     ExpectPoint(L"B", {0, 0, 0}, kPlaceOfB);
   }
   for (const wchar_t* word : {L"unground", L"FLOAT"}) {
-    ExpectMessage(kAdd, Format(LR"({"type":"%s","occurrence1":"b"})", word),
-                  L"Occurrence 'B' ungrounded (floated).");
+    ExpectAnswer(kAdd, Format(LR"({"type":"%s","occurrence1":"b"})", word),
+                 L"Occurrence 'B' ungrounded (floated).");
     EXPECT_TRUE(Constraints(L"B").empty());
     Succeed(kAdd, LR"({"occurrence1":"B"})");
   }
@@ -110,20 +115,14 @@ TEST_F(AssemblyConstraints, GroundingAndFloating) {
 TEST_F(AssemblyConstraints, WhatIsWrongIsToldAndLeavesNothing) {
   PlaceBlocks();
   const wchar_t* kBoth = L"'occurrence1' and 'occurrence2' are required for binary constraints.";
-  const struct {
-    const wchar_t *arguments, *message;
-  } cases[] = {
-      {L"{}", L"'occurrence1' is required for ground constraint."},
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
       {LR"({"type":"float"})", L"'occurrence1' is required for unground constraint."},
       {LR"({"type":"weld","occurrence1":"B"})", kBoth},
       // Only the lookup of other words looks past blanks.
       {LR"({"type":" ground","occurrence1":"B"})", kBoth},
-      {LR"({"type":"Weld","occurrence1":"C","occurrence2":"A"})",
+      {LR"({"type":"Weld","occurrence1":"B","occurrence2":"A"})",
        L"Unknown constraint type 'weld'. Supported: ground, mate, flush, angle, tangent, insert, coincident, "
        L"concentric, distance, parallel, perpendicular, fixed, unground."},
-      {LR"({"type":"mate","occurrence1":"B","occurrence2":"C"})",
-       L"Occurrence 'C' not found. Use list_components 'name' (occurrence) or 'part_number' (Model Tree "
-       L"name)."},
       // Blocks have no axes.
       {LR"({"type":"insert","occurrence1":"B","occurrence2":"A"})",
        L"Failed to apply constraint between 'B' and 'A' (status=-1)."},
@@ -134,9 +133,6 @@ TEST_F(AssemblyConstraints, WhatIsWrongIsToldAndLeavesNothing) {
   faults().Fail("ProAsmcompMdlGet", -8, 2);
   ExpectFailure(kAdd, LR"({"type":"mate","occurrence1":"B","occurrence2":"A"})",
                 L"Constraint occurrences must reference loaded models.");
-  faults().Fail("ProAsmcompAllConstrRemove", -8);
-  ExpectFailure(kAdd, LR"({"type":"float","occurrence1":"B"})",
-                L"Failed to unground occurrence 'B' (status=-8).");
   EXPECT_TRUE(Constraints(L"B").empty());
   ExpectPoint(L"B", {0, 0, 0}, kPlaceOfB);
 }
@@ -150,28 +146,121 @@ TEST_F(AssemblyConstraints, TheListingNamesBothSidesAndFilters) {
       LR"({"name":"A_ground_1","type":"ground","suppressed":false,"occ1":"A","occ2":""})";
   const std::wstring flush =
       LR"({"name":"B_align_offset_1","type":"align_offset","suppressed":true,"occ1":"B","occ2":"A"})";
-  const struct {
-    const wchar_t* filter;
-    int count;
-    std::wstring data;
-  } cases[] = {
-      {L"", 2, L"[" + ground + L"," + flush + L"]"},
-      {L"a", 2, L"[" + ground + L"," + flush + L"]"},
-      {L"b", 1, L"[" + flush + L"]"},
-      {L"B|A", 1, L"[" + flush + L"]"},
-      {L"C", 0, L"[]"},
-  };
+  const std::tuple<const wchar_t*, int, std::wstring> cases[] = {
+      {L"a", 2, L"[" + ground + L"," + flush + L"]"}, {L"B|A", 1, L"[" + flush + L"]"}, {L"C", 0, L"[]"}};
   for (const auto& [filter, count, data] : cases) {
-    const auto result = Run(kList, Format(LR"({"occurrence_name":"%s"})", filter));
-    EXPECT_TRUE(result.success);
-    EXPECT_EQ(result.message, Format(L"%d constraint(s) found.", count));
-    EXPECT_EQ(EncodeUtf8(result.dataJson), EncodeUtf8(data));
+    ExpectAnswer(kList, Format(LR"({"occurrence_name":"%s"})", filter),
+                 Format(L"%d constraint(s) found.", count), data);
   }
+}
 
-  // What can't be read leaves a gap, never a failure.
-  faults().Fail("ProAsmcompConstraintsGet", -8, 1, 1);
-  faults().Fail("ProSelectionAsmcomppathGet", -8);
-  EXPECT_EQ(Succeed(kList)[0]["occ2"], "");
+using AssemblyIr = AssemblyTest;
+
+// The bottom of B, at z = 7, comes onto the top of A, at z = 30 (the block is 30 high), and stays 25.4 above
+// it with an offset. The normals are opposite already, so B isn't turned: (1, 2, 3) of B goes to (30 + 1, 40
+// + 2, 30 + 3 + offset).
+TEST_F(AssemblyIr, AFaceComesOntoTheFaceThatASelectorNames) {
+  PlaceBlocks();
+  const struct {
+    const wchar_t *kind, *param, *label;
+    int type;
+    double z;
+  } cases[] = {
+      {L"Plane", L"null", L"Plane (offset=0 mm)", 0, 33},
+      {L"Plane", L"25.4", L"Plane (offset=25.4 mm)", 1, 58.4},
+      {L"PointOnLine", L"5", L"PointOnLine", 0, 33},
+  };
+  for (const auto unit : {bench::LengthUnit::kMillimetre, bench::LengthUnit::kInch}) {
+    assembly().length_unit = unit;
+    PlaceOf(L"B") = bench::Scaled(bench::Shifted(bench::kNoMove, kPlaceOfB), 1 / bench::MillimetresPer(unit));
+    for (const auto& [kind, param, label, type, z] : cases) {
+      ExpectAnswer(kAddIr,
+                   Format(LR"({"kind":"%s","refs":["B@faces@<Z","A@Faces@> z"],"param":%s})", kind, param),
+                   Format(L"%s: constraint added between 'B' and 'A'.", label));
+      ASSERT_EQ(Constraints(L"B").size(), 1u);
+      EXPECT_EQ(Constraints(L"B")[0].type, type);
+      EXPECT_TRUE(Constraints(L"A").empty());
+      ExpectPoint(L"B", {1, 2, 3}, {31, 42, z});
+    }
+  }
+}
+
+TEST_F(AssemblyIr, APositionKeepsTheRotationAndARotationThePosition) {
+  PlaceBlocks();
+  ClearHistory();
+  // A quarter turn about Z takes X to Y and Y to -X: (1, 2, 3) to (-2, 1, 3).
+  ExpectAnswer(kAddIr, LR"({"kind":"FixedRotation","refs":["B"],"param":[0,0,90]})",
+               L"FixedRotation: occurrence 'B' rotated by (0\u00b0, 0\u00b0, 90\u00b0) Euler.");
+  ExpectPoint(L"B", {1, 2, 3}, {30 - 2, 40 + 1, 7 + 3});
+  ExpectAnswer(kAddIr, LR"({"kind":"FixedPoint","refs":["B@faces"],"param":[10 20 30 40]})",
+               L"FixedPoint: occurrence 'B' positioned at (10,20,30) mm.");
+  ExpectPoint(L"B", {1, 2, 3}, {10 - 2, 20 + 1, 30 + 3});
+  EXPECT_TRUE(UndoStack().empty());
+}
+
+TEST_F(AssemblyIr, AFixedOccurrenceBearsOneFix) {
+  PlaceBlocks();
+  for (const wchar_t* kind : {L"Fixed", L"FixedAxis"}) {
+    ExpectAnswer(kAddIr, Format(LR"({"kind":"%s","refs":["B"]})", kind),
+                 Format(L"%s: occurrence 'B' grounded.", kind));
+    ASSERT_EQ(Constraints(L"B").size(), 1u);
+    EXPECT_EQ(Constraints(L"B")[0].type, 13);
+    ExpectPoint(L"B", {0, 0, 0}, kPlaceOfB);
+  }
+}
+
+TEST_F(AssemblyIr, WhatIsWrongIsToldAndLeavesNothing) {
+  PlaceBlocks();
+  const wchar_t* kTwo = L"IR kinds Axis/Plane/Point/PointInPlane/PointOnLine require 2 refs.";
+  const wchar_t* kReference = L"Invalid IR geometry reference.";
+  const wchar_t* kPoint = L"'param' must be [x,y,z] mm for FixedPoint.";
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+      {LR"({"kind":"Plane","refs":[]})", L"'refs' must be a non-empty array."},
+      {LR"({"kind":"Fixed","refs":["@faces"]})", kReference},
+      {LR"({"kind":"fixed","refs":["B"]})", kTwo},
+      {LR"({"kind":"Plane","refs":["B"," "]})", kReference},
+      {LR"({"kind":"FixedPoint","refs":["@"],"param":[1,2]})", kPoint},
+      {LR"({"kind":"FixedPoint","refs":["B"],"param":"1,2,3"})", kPoint},
+      {LR"({"kind":"FixedRotation","refs":["B"],"param":[0,x,0]})",
+       L"'param' must be [rx,ry,rz] degrees for FixedRotation."},
+      {LR"({"kind":"Gear","refs":["B","A"]})",
+       L"Unknown IR constraint kind 'Gear'. Supported: Fixed, Axis, Plane, Point, PointInPlane, PointOnLine, "
+       L"FixedAxis, FixedPoint, FixedRotation."},
+      {LR"({"kind":"Plane","refs":["B@faces@|Z","A"]})", L"No face matched selector '|Z' on 'B'."},
+      {LR"({"kind":"Axis","refs":["B","A@@>W"]})", L"No face matched selector '>W' on 'A'."},
+  };
+  for (const auto& [arguments, message] : cases) ExpectFailure(kAddIr, arguments, message);
+  EXPECT_TRUE(Constraints(L"B").empty());
+  ExpectPoint(L"B", {0, 0, 0}, kPlaceOfB);
+}
+
+// The other operation has words of its own.
+TEST_F(AssemblyIr, WithoutAFaceNothingIsConstrained) {
+  PlaceBlocks();
+  for (const auto& [occurrence, name] : {std::pair(1, L"B"), {2, L"A"}}) {
+    faults().Fail("ProSolidSurfaceVisit", -8, occurrence, occurrence);
+    ExpectFailure(L"api_assembly_add_constraint",
+                  LR"({"type":"distance","occurrence1":"B","occurrence2":"A"})",
+                  Format(L"No compatible face found on '%s'.", name));
+    faults().Clear();
+    faults().Fail("ProSolidSurfaceVisit", -8, occurrence, occurrence);
+    ExpectFailure(kAddIr, LR"({"kind":"Plane","refs":["B","A"],"param":5})",
+                  Format(L"No planar face found on '%s'.", name));
+    faults().Clear();
+  }
+  EXPECT_TRUE(Constraints(L"B").empty());
+}
+
+TEST_F(AssemblyIr, TheConstraintIsFreedWithItsArrayAndTheSelectionsLast) {
+  PlaceBlocks();
+  const auto mark = host().journal.Mark();
+  Succeed(kAddIr, LR"({"kind":"Plane","refs":["B@edges@>Z","A@faces"]})");
+  EXPECT_THAT(CallsSince(mark, {"ProSelectionAlloc", "ProAsmcompconstraintAlloc", "ProAsmcompConstraintsSet",
+                                "ProAsmcompconstraintArrayFree", "ProAsmcompconstraintFree",
+                                "ProSelectionFree", "ProSolidRegenerate"}),
+              testing::ElementsAre("ProSelectionAlloc", "ProSelectionAlloc", "ProAsmcompconstraintAlloc",
+                                   "ProAsmcompConstraintsSet", "ProAsmcompconstraintArrayFree",
+                                   "ProSelectionFree", "ProSelectionFree", "ProSolidRegenerate"));
 }
 
 }  // namespace

@@ -90,14 +90,6 @@ class AssemblyTest : public OperationTest {
     for (int i = 0; i < 3; ++i) EXPECT_NEAR(lies[i], expected[i], 1e-6) << "axis " << i;
   }
 
-  // The operation must succeed with exactly that message and no data.
-  void ExpectMessage(const std::wstring& name, const std::wstring& arguments, const std::wstring& message) {
-    const auto result = Run(name, arguments);
-    EXPECT_TRUE(result.success);
-    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
-    EXPECT_EQ(result.dataJson, L"null");
-  }
-
  private:
   bench::Model* assembly_ = nullptr;
 };

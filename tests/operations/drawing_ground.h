@@ -94,45 +94,6 @@ class DrawingTest : public OperationTest {
     return EncodeUtf8(result.message);
   }
 
-  // One call that fails, and what the client reads then.
-  struct Fault {
-    const char* call;
-    int occurrence;
-    const wchar_t* message;
-  };
-  void ExpectFailures(const std::wstring& operation, const std::wstring& arguments,
-                      std::initializer_list<Fault> table) {
-    for (const auto& [call, occurrence, message] : table) {
-      SCOPED_TRACE(Format(L"%S, %d", call, occurrence).c_str());
-      faults().Fail(call, PRO_TK_GENERAL_ERROR, occurrence, occurrence);
-      ExpectFailure(operation, arguments, message);
-      faults().Clear();
-      EXPECT_TRUE(host().ledger.Outstanding().empty());
-    }
-  }
-
-  // Runs the operation once as it is, and then once for each of its calls with that one failing: nothing may
-  // be outstanding after any run. `undo` follows each.
-  template <typename Undo>
-  void ExpectNothingKept(const std::wstring& operation, const std::wstring& arguments,
-                         std::size_t least_calls, Undo&& undo) {
-    const std::uint64_t mark = host().journal.Mark();
-    EXPECT_TRUE(Run(operation, arguments).success);
-    auto calls = CallsSince(mark);
-    undo();
-    std::erase_if(calls, [](const std::string& call) { return call.ends_with("Free"); });
-    EXPECT_GE(calls.size(), least_calls);
-    for (int number = 1; number <= static_cast<int>(calls.size()); ++number) {
-      SCOPED_TRACE(calls[number - 1]);
-      faults().FailNumber(number, PRO_TK_GENERAL_ERROR);
-      EXPECT_FALSE(Run(operation, arguments).message.empty());
-      faults().Clear();
-      EXPECT_TRUE(host().ledger.Outstanding().empty());
-      EXPECT_TRUE(host().ledger.Violations().empty());
-      undo();
-    }
-  }
-
   static int CountLogged(const std::wstring& message) { return CountCaptured(L"CreoMcpDrawing: " + message); }
 
  private:

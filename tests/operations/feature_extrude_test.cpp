@@ -1,17 +1,10 @@
 // The extrude operations: arguments, element tree, order of calls, failures; and the solids of each depth
 // mode in both directions, added and cut, straight and tapered, on each plane, whose numbers are worked out
 // here.
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <tuple>
-
-#include "addin/text/format.h"
-#include "addin/text/utf8.h"
 #include "tests/operations/feature_test.h"
-#include "tests/support/captured_log.h"
 
 namespace vek::support {
 namespace {
@@ -78,14 +71,10 @@ TEST_F(ExtrudeOperation, TheTreesThatGoToTheBodyHaveNoDepth) {
 }
 
 TEST_F(ExtrudeOperation, AnswersWithTheNewNameAndEntersItIntoTheHistory) {
-  const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
-      {kExtrude, LR"({"sketch_name":"s","distance_mm":10})", L"Extrude 1",
-       L"Extrusion 'Extrude 1' created from 's'."},
-      {kAdvanced, LR"({"sketch_name":"S","distance_mm":20,"distance2_mm":5})", L"Extrude_1",
-       L"Advanced extrusion 'Extrude_1' created from 'S'."}};
-  for (const auto& [operation, arguments, name, message] : cases) {
-    ExpectCreated(Run(operation, arguments), name, message);
-  }
+  ExpectCreated(Run(kExtrude, LR"({"sketch_name":"s","distance_mm":10})"), L"Extrude 1",
+                L"Extrusion 'Extrude 1' created from 's'.");
+  ExpectCreated(Run(kAdvanced, LR"({"sketch_name":"S","distance_mm":20,"distance2_mm":5})"), L"Extrude_1",
+                L"Advanced extrusion 'Extrude_1' created from 'S'.");
   // The sketch was copied and can go.
   const double volume = Volume();
   DrawCircle(L"S");
@@ -109,20 +98,10 @@ TEST_F(ExtrudeOperation, CallsComeInTheirOrder) {
             1);
 }
 
-TEST_F(ExtrudeOperation, ArgumentsAreCheckedInTheirOrder) {
-  ExpectRefusals({{kExtrude, LR"({"distance_mm":1})", L"'sketch_name' is required."},
-                  {kExtrude, LR"({"sketch_name":"?","operation":"odd"})", L"'distance_mm' is required."},
-                  {kExtrude, LR"({"sketch_name":"?","distance_mm":1,"operation":"odd","extent_type":"?"})",
-                   L"Unsupported operation 'odd'. Use 'join' or 'cut'."},
-                  {kExtrude, LR"({"sketch_name":"?","distance_mm":1,"extent_type":"to next"})",
-                   L"Invalid 'extent_type'. Valid values: 'blind', 'next', 'last'."},
-                  {kExtrude, LR"({"sketch_name":"RIGHT","distance_mm":1})",
+TEST_F(ExtrudeOperation, ArgumentsAreChecked) {
+  ExpectRefusals({{kExtrude, LR"({"sketch_name":"RIGHT","distance_mm":1})",
                    L"Sketched curve feature 'RIGHT' not found. Create/commit it with api_sketch_* first."},
-                  {kAdvanced, LR"({"sketch_name":"?","distance_mm":1})", L"'distance2_mm' is required."}});
-}
-
-TEST_F(ExtrudeOperation, NumbersThatAreNotFiniteAreRefused) {
-  ExpectRefusals({{kExtrude, LR"({"sketch_name":"S","distance_mm":"nan"})", L"'distance_mm' is required."},
+                  {kExtrude, LR"({"sketch_name":"S","distance_mm":"nan"})", L"'distance_mm' is required."},
                   {kAdvanced, LR"({"sketch_name":"S","distance_mm":5,"distance2_mm":"inf"})",
                    L"Failed to set extrude depth values."},
                   // A taper that is no number is not taken for none.
@@ -133,139 +112,90 @@ TEST_F(ExtrudeOperation, NumbersThatAreNotFiniteAreRefused) {
 TEST_F(ExtrudeOperation, WhatTheHostRefusesLeavesTheModelAsItWas) {
   Block(10, 10, 10);
   Rectangle(L"BESIDE", L"XY", 20, 0, 30, 10);
-  ExpectHostRefusal(kExtrude, L"BESIDE", LR"(,"distance_mm":5,"operation":"cut")");
-  ExpectHostRefusal(kExtrude, L"BESIDE", LR"(,"distance_mm":5,"extent_type":"last")");
-  // A distance of 0 passes here and is the host's to judge.
-  ExpectHostRefusal(kExtrude, L"S", LR"(,"distance_mm":0)");
+  const wchar_t* const beside =
+      L"Creo could not create the feature from sketch 'BESIDE' (status=-1, errors=1).";
+  ExpectRefusals({{kExtrude, LR"({"sketch_name":"BESIDE","distance_mm":5,"operation":"cut"})", beside},
+                  {kExtrude, LR"({"sketch_name":"BESIDE","distance_mm":5,"extent_type":"last"})", beside},
+                  // A distance of 0 passes here and is the host's to judge.
+                  {kExtrude, LR"({"sketch_name":"S","distance_mm":0})",
+                   L"Creo could not create the feature from sketch 'S' (status=-1, errors=1)."}});
+  EXPECT_EQ(CountCaptured(L"Feature Create (sketched): status=-1 errCount=1 featId=0 sketch='S'"), 1);
 }
 
 // The section of all extrusions here: 1 ≤ s ≤ 4, 2 ≤ t ≤ 7.
 constexpr double kS0 = 1, kS1 = 4, kT0 = 2, kT1 = 7;
 constexpr double kWidth = kS1 - kS0, kHeight = kT1 - kT0;
 
-constexpr double kDepth = 5, kOtherDepth = 8;
-
-enum class Mode { kBlind, kBothSides, kTwo, kLast, kNext };
-
-struct ExtrudeCase {
-  Mode mode;
-  bool against_normal;
-  bool is_cut;
-  double taper_deg;
-
-  // By how much each side of the section moves in for a unit of distance from its plane.
-  double Narrowing() const { return std::tan(taper_deg * std::numbers::pi / 180); }
+// A depth mode: its distance, what else it is told, and how far it reaches along its direction and against
+// it.
+struct Extent {
+  const wchar_t* operation;
+  double distance;
+  const wchar_t* more;
+  double ahead, behind;
 };
+// Symmetric depth is the whole depth. The body ends 10 from the plane, on its next surface and its last.
+constexpr Extent kBlind{kExtrude, 5, L"", 5, 0}, kBothSides{kExtrude, 10, L",\"both_sides\":true", 5, 5},
+    kTwo{kAdvanced, 5, L",\"distance2_mm\":8", 5, 8}, kLast{kExtrude, 5, L",\"extent_type\":\"last\"", 10, 0},
+    kNext{kExtrude, 5, L",\"extent_type\":\"next\"", 10, 0};
 
-// All cases of one plane, joined or cut.
-std::vector<ExtrudeCase> CasesOf(std::initializer_list<Mode> modes, bool is_cut) {
-  std::vector<ExtrudeCase> cases;
-  for (const Mode mode : modes)
-    for (const bool against : {false, true})
-      for (const double taper : {0.0, 3.0, -3.0}) cases.push_back({mode, against, is_cut, taper});
-  return cases;
-}
-
-// From the sketch plane to one side of it.
-struct Stretch {
-  int side;  // 1 along the normal, -1 against it
-  double to;
-};
-
-// What stands over a stretch. At the distance d the section is (a - 2kd) by (b - 2kd), so that the volume up
-// to d is
+// What stands over the section on one side of its plane. At the distance d the section is (a - 2kd) by
+// (b - 2kd), so that the volume up to d is
 //   a b d - (a + b) k d² + 4/3 k² d³
 // and its first moment along the normal
 //   a b d²/2 - 2/3 (a + b) k d³ + k² d⁴.
 // It narrows about its middle, so the centre stays over that of the rectangle.
-SolidSum Prism(const Stretch& stretch, double k) {
-  const double area = kWidth * kHeight, sides = kWidth + kHeight, d = stretch.to;
+SolidSum Prism(int side, double d, double k) {
+  const double area = kWidth * kHeight, sides = kWidth + kHeight;
   const double volume = area * d - sides * k * d * d + 4.0 / 3 * k * k * d * d * d;
   const double moment = area * d * d / 2 - 2.0 / 3 * sides * k * d * d * d + k * k * d * d * d * d;
-  return {volume, {volume * (kS0 + kS1) / 2, volume * (kT0 + kT1) / 2, stretch.side * moment}};
+  return {volume, {volume * (kS0 + kS1) / 2, volume * (kT0 + kT1) / 2, side * moment}};
 }
 
-std::wstring ExtrudeArguments(const ExtrudeCase& each) {
-  const double sign = each.against_normal ? -1 : 1;
-  // Symmetric depth is the whole depth.
-  const double distance = sign * (each.mode == Mode::kBothSides ? 2 * kDepth : kDepth);
-  std::wstring extent;
-  if (each.mode == Mode::kBothSides) extent = L",\"both_sides\":true";
-  if (each.mode == Mode::kTwo) extent = Format(L",\"distance2_mm\":%g", kOtherDepth);
-  if (each.mode == Mode::kLast) extent = L",\"extent_type\":\"last\"";
-  if (each.mode == Mode::kNext) extent = L",\"extent_type\":\"next\"";
-  return Format(LR"({"sketch_name":"SECTION","distance_mm":%g,"operation":"%s","taper_angle_deg":%g%s})",
-                distance, each.is_cut ? L"cut" : L"join", each.taper_deg, extent);
-}
-
-std::vector<Stretch> ExtentOf(const ExtrudeCase& each) {
-  const int side = each.against_normal ? -1 : 1;
-  if (each.mode == Mode::kBothSides) return {{1, kDepth}, {-1, kDepth}};
-  if (each.mode == Mode::kTwo) return {{side, kDepth}, {-side, kOtherDepth}};
-  if (each.mode == Mode::kLast || each.mode == Mode::kNext) return {{side, 10}};
-  return {{side, kDepth}};
-}
-
-class ExtrudeSolids : public FeatureTest {
+class ExtrudeSolids : public FeatureTest, public testing::WithParamInterface<SketchFrame> {
  protected:
-  // The section on a plane of the part.
-  void DrawSection(const SketchFrame& frame) { Rectangle(L"SECTION", frame.plane, kS0, kT0, kS1, kT1); }
+  static constexpr bench::Box kBody{{0, 0, -10}, {10, 10, 10}};
 
-  // Runs the extrusion, holds what came of it against `expected`, and deletes it.
-  void Check(const ExtrudeCase& each, const SketchFrame& frame, const SolidSum& expected,
-             const bench::Box& outline) {
-    const std::wstring arguments = ExtrudeArguments(each);
-    SCOPED_TRACE(EncodeUtf8(frame.plane + arguments));
-    const std::wstring name =
-        Create(each.mode == Mode::kTwo ? L"api_feature_extrude_advanced" : L"api_feature_extrude", arguments);
-    if (name.empty()) return;
-    ExpectSolid(frame, expected, outline);
-    Delete(name);
+  // An extrusion of the section each way, straight and tapered, alone or out of the body.
+  void ExpectEachWay(const Extent& extent, bool is_cut) {
+    const SketchFrame& frame = GetParam();
+    for (const int side : {1, -1})
+      for (const double taper : {0.0, 3.0, -3.0}) {
+        const std::wstring arguments =
+            Format(LR"({"sketch_name":"SECTION","distance_mm":%g,"operation":"%s","taper_angle_deg":%g%s})",
+                   side * extent.distance, is_cut ? L"cut" : L"join", taper, extent.more);
+        SCOPED_TRACE(EncodeUtf8(frame.plane + arguments));
+        const std::wstring name = Create(extent.operation, arguments);
+        if (name.empty()) continue;
+        // By how much each side of the section moves in for a unit of distance from its plane.
+        const double k = std::tan(taper * std::numbers::pi / 180);
+        const SolidSum prisms = Prism(side, extent.ahead, k) + Prism(-side, extent.behind, k);
+        // A section that widens is widest at the far end.
+        const double wider = std::max(0.0, -k * std::max(extent.ahead, extent.behind));
+        const double high = side > 0 ? extent.ahead : extent.behind,
+                     low = high - extent.ahead - extent.behind;
+        if (is_cut)
+          ExpectSolid(frame, BoxPiece(kBody.low, kBody.high) - prisms, kBody);
+        else
+          ExpectSolid(frame, prisms, {{kS0 - wider, kT0 - wider, low}, {kS1 + wider, kT1 + wider, high}});
+        Delete(name);
+      }
   }
 };
 
-class ExtrudeInAnEmptyPart : public ExtrudeSolids, public testing::WithParamInterface<SketchFrame> {};
-
-TEST_P(ExtrudeInAnEmptyPart, StandsOnItsSection) {
-  const SketchFrame frame = GetParam();
-  DrawSection(frame);
-  for (const ExtrudeCase& each : CasesOf({Mode::kBlind, Mode::kBothSides, Mode::kTwo}, false)) {
-    const double k = each.Narrowing();
-    SolidSum expected;
-    double low = 0, high = 0;
-    for (const Stretch& stretch : ExtentOf(each)) {
-      expected = expected + Prism(stretch, k);
-      (stretch.side > 0 ? high : low) = stretch.side * stretch.to;
-    }
-    // A section that widens is widest at the far end.
-    const double wider = std::max(0.0, -k * std::max(-low, high));
-    Check(each, frame, expected, {{kS0 - wider, kT0 - wider, low}, {kS1 + wider, kT1 + wider, high}});
-  }
+TEST_P(ExtrudeSolids, StandOnTheirSection) {
+  Rectangle(L"SECTION", GetParam().plane, kS0, kT0, kS1, kT1);
+  for (const Extent& extent : {kBlind, kBothSides, kTwo}) ExpectEachWay(extent, false);
 }
 
-class ExtrudeIntoABody : public ExtrudeSolids, public testing::WithParamInterface<SketchFrame> {};
-
-TEST_P(ExtrudeIntoABody, TakesAwayWhatLiesInIt) {
-  const SketchFrame frame = GetParam();
-  // A body of 10 × 10 that ends 10 on each side of the plane, which is the next surface and the last.
-  Rectangle(L"BODY", frame.plane, 0, 0, 10, 10);
-  Succeed(L"api_feature_extrude", LR"({"sketch_name":"BODY","distance_mm":20,"both_sides":true})");
-  DrawSection(frame);
-  const bench::Box outline{{0, 0, -10}, {10, 10, 10}};
-  for (const ExtrudeCase& each :
-       CasesOf({Mode::kBlind, Mode::kBothSides, Mode::kTwo, Mode::kLast, Mode::kNext}, true)) {
-    SolidSum expected = BoxPiece(outline.low, outline.high);
-    for (const Stretch& stretch : ExtentOf(each)) expected = expected - Prism(stretch, each.Narrowing());
-    Check(each, frame, expected, outline);
-  }
+TEST_P(ExtrudeSolids, TakeAwayWhatLiesInABody) {
+  Rectangle(L"BODY", GetParam().plane, 0, 0, 10, 10);
+  Succeed(kExtrude, LR"({"sketch_name":"BODY","distance_mm":20,"both_sides":true})");
+  Rectangle(L"SECTION", GetParam().plane, kS0, kT0, kS1, kT1);
+  for (const Extent& extent : {kBlind, kBothSides, kTwo, kLast, kNext}) ExpectEachWay(extent, true);
 }
 
-constexpr auto kFrames = {kFront, kTop, kRight};
-
-INSTANTIATE_TEST_SUITE_P(Planes, ExtrudeInAnEmptyPart, testing::ValuesIn(kFrames),
-                         [](const auto& info) { return EncodeUtf8(info.param.plane); });
-
-INSTANTIATE_TEST_SUITE_P(Planes, ExtrudeIntoABody, testing::ValuesIn(kFrames),
+INSTANTIATE_TEST_SUITE_P(Planes, ExtrudeSolids, testing::Values(kFront, kTop, kRight),
                          [](const auto& info) { return EncodeUtf8(info.param.plane); });
 
 }  // namespace

@@ -1,14 +1,10 @@
 // Shells, holes and rotations of a block of 40 x 20 x 10 mm with a corner in the origin.
-#include <gmock/gmock.h>
 #include <windows.h>
 
 #include <numbers>
 #include <set>
 
-#include "addin/text/format.h"
-#include "addin/text/utf8.h"
 #include "tests/operations/feature_test.h"
-#include "tests/support/captured_log.h"
 
 namespace vek::support {
 namespace {
@@ -19,18 +15,7 @@ constexpr const wchar_t* kRotate = L"api_feature_transform_rotate";
 
 constexpr double kBlock = 40 * 20 * 10;
 
-class SolidOnABlock : public FeatureOnABlock {
- protected:
-  void ExpectBox(const bench::Box& expected) {
-    const bench::Box box = Outline();
-    for (int i = 0; i < 3; ++i) {
-      EXPECT_NEAR(box.low[i], expected.low[i], 1e-6) << "axis " << i;
-      EXPECT_NEAR(box.high[i], expected.high[i], 1e-6) << "axis " << i;
-    }
-  }
-};
-
-using ShellOperation = SolidOnABlock;
+using ShellOperation = FeatureOnABlock;
 
 TEST_F(ShellOperation, WithoutASurfaceItIsClosed) {
   const auto mark = host().journal.Mark();
@@ -43,17 +28,10 @@ TEST_F(ShellOperation, WithoutASurfaceItIsClosed) {
                                    "ProFeatureWithoptionsCreate", "ProSolidRegenerate", "ProWindowRepaint",
                                    "ProModelitemNameSet", "ProSolidRegenerate"));
   ExpectCreated(result, L"Shell 1", L"Closed shell 'Shell 1' created (thickness 2 mm).");
-  EXPECT_EQ(CountCaptured(Format(L"Feature Create [shell]: status=0 errCount=0 featId=%d",
-                                 FeatureNamed(L"Shell 1")->id)),
-            1);
   EXPECT_EQ(TreeOf(FeatureNamed(L"Shell 1")), "386(387=928 74=2 2194=1)");
   // Walls of 2 mm all around leave a hollow of (40 - 4) x (20 - 4) x (10 - 4).
   EXPECT_NEAR(Volume(), kBlock - 36 * 16 * 6, 1e-3);
   ExpectBox({{0, 0, 0}, {40, 20, 10}});
-  faults().Fail("ProMdlToModelitem", PRO_TK_GENERAL_ERROR);
-  ExpectFailure(kShell, LR"({"thickness_mm":1})", L"Failed to select the active part for feature creation.");
-  faults().Fail("ProArrayAlloc", PRO_TK_GENERAL_ERROR);
-  ExpectFailure(kShell, LR"({"thickness_mm":1})", L"Failed to allocate feature create options.");
 }
 
 TEST_F(ShellOperation, IsOpenWhereSurfacesAreRemoved) {
@@ -80,27 +58,24 @@ TEST_F(ShellOperation, IndicesAreRoundedAndComeBeforeSelectors) {
 }
 
 TEST_F(ShellOperation, ArgumentsAreChecked) {
-  const wchar_t* const thickness = L"'thickness_mm' is required and must be greater than 0.";
-  ExpectRefusals({{kShell, LR"({"face_indices":[9]})", thickness},
-                  {kShell, LR"({"thickness_mm":"nan"})", thickness},
-                  {kShell, LR"({"thickness_mm":"inf"})", L"Failed to set shell thickness."},
-                  {kShell, LR"({"thickness_mm":2,"face_indices":[0.4]})",
-                   L"face_indices entry 0 is out of range (part has 6 surfaces)."},
-                  {kShell, LR"({"thickness_mm":2,"face_indices":[-0.5]})",
-                   L"face_indices entry -1 is out of range (part has 6 surfaces)."},
-                  {kShell, LR"({"thickness_mm":2,"face_indices":[1,6.5],"face_selectors":["?"]})",
-                   L"face_indices entry 7 is out of range (part has 6 surfaces)."},
-                  {kShell, LR"({"thickness_mm":2,"face_indices":[1e300]})",
-                   L"face_indices entry 2147483647 is out of range (part has 6 surfaces)."},
-                  {kShell, LR"({"thickness_mm":2,"face_selectors":[">Z","|Z"]})",
-                   L"Unsupported face selector '|Z'. Use >X, <X, >Y, <Y, >Z or <Z."}});
+  ExpectRefusals(
+      {{kShell, LR"({"thickness_mm":"nan"})", L"'thickness_mm' is required and must be greater than 0."},
+       {kShell, LR"({"thickness_mm":"inf"})", L"Failed to set shell thickness."},
+       {kShell, LR"({"thickness_mm":2,"face_indices":[0.4]})",
+        L"face_indices entry 0 is out of range (part has 6 surfaces)."},
+       {kShell, LR"({"thickness_mm":2,"face_indices":[1,6.5],"face_selectors":["?"]})",
+        L"face_indices entry 7 is out of range (part has 6 surfaces)."},
+       {kShell, LR"({"thickness_mm":2,"face_indices":[1e300]})",
+        L"face_indices entry 2147483647 is out of range (part has 6 surfaces)."},
+       {kShell, LR"({"thickness_mm":2,"face_selectors":[">Z","|Z"]})",
+        L"Unsupported face selector '|Z'. Use >X, <X, >Y, <Y, >Z or <Z."}});
 }
 
-class HoleOperation : public SolidOnABlock {
+class HoleOperation : public FeatureOnABlock {
  protected:
   void SetUp() override {
-    SolidOnABlock::SetUp();
-    NewSketch(L"P", L"XY");
+    FeatureOnABlock::SetUp();
+    CreateSketch(L"P", L"XY");
     Draw(L"api_sketch_point", L"P", LR"("x":10,"y":10)");
     Draw(L"api_sketch_point", L"P", LR"("x":30,"y":5)");
     ClearHistory();
@@ -130,11 +105,6 @@ TEST_F(HoleOperation, GoesIntoTheBlockAlongTheNormalOfTheSketch) {
   EXPECT_EQ(TreeOf(FeatureNamed(L"Hole 1")),
             "386(387=911 388=1 1671(1672=16 3887=-1 82=4 1684(1686(1688=1 434=6) 1685(1687=6)) 1689=-1 "
             "6053=-1) 1340(1341=@1 696=4 1677=@1 6051=@1 6052=1))");
-  const auto& plane =
-      std::get<std::vector<bench::ItemReference>>(FeatureNamed(L"Hole 1")->tree->Find({1340, 1677})->value);
-  EXPECT_EQ(
-      CountCaptured(Format(L"Feature Hole: sketch plane type=%d id=%d", plane.at(0).type, plane.at(0).id)),
-      1);
 }
 
 TEST_F(HoleOperation, CanDoWithoutThePlaneOfTheSketch) {
@@ -156,19 +126,14 @@ TEST_F(HoleOperation, PointIndicesAreRounded) {
   }
 }
 
-TEST_F(HoleOperation, ArgumentsAreCheckedInTheirOrder) {
-  NewSketch(L"NO POINTS", L"XY");
+TEST_F(HoleOperation, ArgumentsAreChecked) {
+  CreateSketch(L"NO POINTS", L"XY");
   DrawCircle(L"NO POINTS");
-  const wchar_t* const diameter = L"'diameter_mm' is required and must be greater than 0.";
-  const wchar_t* const depth = L"'depth_mm' is required and must be greater than 0.";
   const wchar_t* const index = L"'point_index' must be 1 or greater.";
-  ExpectRefusals({{kHole, LR"({"diameter_mm":0})", L"'sketch_name' is required."},
-                  {kHole, LR"({"sketch_name":"?","diameter_mm":-1,"depth_mm":0})", diameter},
-                  {kHole, LR"({"sketch_name":"?","diameter_mm":1,"depth_mm":"nan","point_index":0})", depth},
+  ExpectRefusals({{kHole, LR"({"sketch_name":"?","diameter_mm":1,"depth_mm":"nan"})",
+                   L"'depth_mm' is required and must be greater than 0."},
                   {kHole, LR"({"sketch_name":"?","diameter_mm":1,"depth_mm":1,"point_index":0.4})", index},
                   {kHole, LR"({"sketch_name":"?","diameter_mm":1,"depth_mm":1,"point_index":"nan"})", index},
-                  {kHole, LR"({"sketch_name":"?","diameter_mm":1,"depth_mm":1})",
-                   L"Sketched curve feature '?' not found. Create/commit it with api_sketch_* first."},
                   {kHole, LR"({"sketch_name":"no points","diameter_mm":1,"depth_mm":1})",
                    L"Sketch 'no points' has no datum points. Add a sketch point to place the hole."},
                   {kHole, LR"({"sketch_name":"P","diameter_mm":1,"depth_mm":1,"point_index":2.5})",
@@ -197,7 +162,7 @@ TEST_F(HoleOperation, WarningsAboutTheThreadFollowTheMessage) {
   EXPECT_EQ(CountCaptured(L"Feature Hole: auto-thread failed: " + no_charts), 1);
 }
 
-using RotateOperation = SolidOnABlock;
+using RotateOperation = FeatureOnABlock;
 
 TEST_F(RotateOperation, TurnsTheSolidAboutAnAxisAnywhere) {
   // About the vertical through (40, 20) by 90 degrees (x, y) goes to (40 - (y - 20), 20 + (x - 40)):
@@ -223,17 +188,13 @@ TEST_F(RotateOperation, TheAxisIsInMillimetresInEveryUnit) {
              {before.high[0], 20 - before.low[1], 10 - before.low[2]}});
 }
 
-TEST_F(RotateOperation, ArgumentsAreCheckedInTheirOrder) {
-  const wchar_t* const arrays = L"'axis_start' and 'axis_direction' must each be arrays of three numbers.";
-  const wchar_t* const matrix = L"Failed to set rotate transformation matrix.";
-  ExpectRefusals(
-      {{kRotate, LR"({"axis_direction":[0,0,1]})", arrays},
-       {kRotate, LR"({"axis_start":[0,0,0],"axis_direction":[0,1]})", arrays},
-       {kRotate, LR"({"axis_start":[0,0,"x"],"axis_direction":[0,0,0]})", arrays},
-       {kRotate, LR"({"axis_start":[0,0,0],"axis_direction":[0,0,0]})", L"'angle_deg' is required."},
-       {kRotate, LR"({"axis_start":[0,0,0],"axis_direction":[0,0,1e-13],"angle_deg":1})",
-        L"'axis_direction' must be a non-zero vector."},
-       {kRotate, LR"({"axis_start":[0,0,0],"axis_direction":[0,0,1],"angle_deg":"inf"})", matrix}});
+TEST_F(RotateOperation, ArgumentsAreChecked) {
+  ExpectRefusals({{kRotate, LR"({"axis_start":[0,0,"x"],"axis_direction":[0,0,0]})",
+                   L"'axis_start' and 'axis_direction' must each be arrays of three numbers."},
+                  {kRotate, LR"({"axis_start":[0,0,0],"axis_direction":[0,0,1e-13],"angle_deg":1})",
+                   L"'axis_direction' must be a non-zero vector."},
+                  {kRotate, LR"({"axis_start":[0,0,0],"axis_direction":[0,0,1],"angle_deg":"inf"})",
+                   L"Failed to set rotate transformation matrix."}});
 }
 
 }  // namespace

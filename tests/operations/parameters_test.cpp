@@ -1,7 +1,9 @@
 // The parameter operations: what of a model they show, how an expression becomes a value, what they refuse.
 #include <gmock/gmock.h>
 
+#include <array>
 #include <numbers>
+#include <tuple>
 
 #include "addin/ops/common/history.h"
 #include "addin/text/format.h"
@@ -38,22 +40,12 @@ class ParametersTest : public OperationTest {
   }
 };
 
-TEST_F(ParametersTest, AModelWithoutAnyHasAnEmptyList) {
-  NewPart();
-  const auto result = Run(kList);
-  EXPECT_TRUE(result.success);
-  EXPECT_EQ(result.message, L"Found 0 parameter(s).");
-  EXPECT_EQ(result.dataJson, LR"({"parameters":[],"count":0})");
-}
-
 TEST_F(ParametersTest, ListShowsParametersInTheirOrderAndDimensionsBehindThem) {
   Console("parameter Fixed double 0.25 mm locked");
   Console("parameter Quoted string \"a\\b\"");
   Block(10, 20, 30);
-  const auto result = Run(kList);
-  EXPECT_EQ(result.message, L"Found 8 parameter(s).");
-  EXPECT_EQ(
-      result.dataJson,
+  ExpectAnswer(
+      kList, L"{}", L"Found 8 parameter(s).",
       LR"({"parameters":[)"
       LR"({"name":"Width","expression":"2 in","value":2,"unit":"in","is_user_parameter":true},)"
       LR"({"name":"Ratio","expression":"1.5","value":1.5,"unit":"","is_user_parameter":true},)"
@@ -67,34 +59,19 @@ TEST_F(ParametersTest, ListShowsParametersInTheirOrderAndDimensionsBehindThem) {
 
 TEST_F(ParametersTest, GetFindsByNameWithoutRegardToCase) {
   Block(10, 20, 30);
-  const struct {
-    const wchar_t* name;
-    const char* shown;
-    double value;
-  } cases[] = {{L"WIDTH", "Width", 2}, {L"hollow", "Hollow", 1}, {L"D0", "d0", 30}};
-  for (const auto& [name, shown, value] : cases) {
-    const auto arguments = Format(LR"({"name":"%s"})", name);
-    EXPECT_EQ(Run(kGet, arguments).message, Format(L"Parameter '%s' retrieved.", name));
-    const auto row = Succeed(kGet, arguments);
-    EXPECT_EQ(row["name"], shown);
-    EXPECT_EQ(row["value"], value);
-  }
+  EXPECT_EQ(Run(kGet, LR"({"name":"WIDTH"})").message, L"Parameter 'WIDTH' retrieved.");
+  EXPECT_EQ(Succeed(kGet, LR"({"name":"hollow"})")["name"], "Hollow");
+  EXPECT_EQ(Succeed(kGet, LR"({"name":"D0"})")["value"], 30);
 }
 
 TEST_F(ParametersTest, ExpressionsBecomeValuesOfTheTypeThatIsThere) {
   const std::wstring eighty(80, L'x');
-  const struct {
-    std::wstring name;
-    std::wstring expression;
-    std::wstring before;
-    std::wstring after;  // the row's expression
-  } cases[] = {
+  // And the row's expressions before and after.
+  const std::array<std::wstring, 4> cases[] = {
       {L"width", L"25.4 mm", L"2 in", L"1 in"},
       {L"width", L" 50.8MM ", L"1 in", L"2 in"},  // the unit in lower case is tried second
       {L"width", L"5 ul", L"2 in", L"5 in"},
-      {L"width", L"-0.5", L"5 in", L"-0.5 in"},
-      {L"width", L"1e-1 ft", L"-0.5 in", L"1.2 in"},  // 0.1 × 12
-      {L"count", L"3.9 pieces", L"3", L"3"},
+      {L"width", L"-1e-1 ft", L"5 in", L"-1.2 in"},  // 0.1 × 12
       {L"count", L"-3.9", L"3", L"-3"},
       {L"label", L"  M6 x 20 ", L"Bolt", L"  M6 x 20 "},
       {L"label", eighty, L"  M6 x 20 ", eighty},
@@ -124,10 +101,7 @@ TEST_F(ParametersTest, ASetRegeneratesOnceAndRepaints) {
 
 TEST_F(ParametersTest, ADimensionDrivesTheGeometry) {
   Block(10, 20, 30);
-  const struct {
-    const wchar_t* expression;
-    double depth;
-  } cases[] = {{L"5", 5}, {L"7.5 mm", 7.5}, {L" 8MM", 8}, {L"9 ul", 9}};
+  const std::pair<const wchar_t*, double> cases[] = {{L"5", 5}, {L"7.5 mm", 7.5}, {L" 8MM", 8}, {L"9 ul", 9}};
   double before = 30;
   for (const auto& [expression, depth] : cases) {
     const auto row = Succeed(kSet, NameAnd(L"D0", expression));
@@ -162,25 +136,6 @@ TEST_F(ParametersTest, AnAngleIsInDegrees) {
   ExpectFailure(kSet, NameAnd(L"d0", L"1 mm"), L"Unit 'mm' does not match dimension unit 'deg' for 'd0'.");
 }
 
-// The section that a solid was made of is its own, and so are the dimensions in it.
-TEST_F(ParametersTest, ASketchsDimensionAndItsCopyAreTwo) {
-  Succeed(L"api_sketch_create", LR"({"name":"DISC","plane":"XY"})");
-  Succeed(L"api_sketch_circle_center_radius", LR"({"sketch_name":"DISC","cx":0,"cy":0,"radius":3})");
-  Succeed(L"api_sketch_dimension_add",
-          LR"({"sketch_name":"DISC","entity":"C:1","type":"diameter","value":10})");
-  Succeed(L"api_feature_extrude", LR"({"sketch_name":"DISC","distance_mm":2})");
-  EXPECT_NEAR(Volume(), std::numbers::pi * 5 * 5 * 2, 1e-6);
-  const auto rows = Succeed(kList)["parameters"];
-  ASSERT_EQ(rows.size(), 5u + 3u);
-  // The sketch's diameter; the solid's depth, and its diameter behind it.
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(rows[5 + i]["value"], i == 1 ? 2 : 10);
-
-  Succeed(kSet, NameAnd(L"d0", L"6"));
-  EXPECT_NEAR(Volume(), std::numbers::pi * 5 * 5 * 2, 1e-6);
-  Succeed(kSet, NameAnd(L"d2", L"8"));
-  EXPECT_NEAR(Volume(), std::numbers::pi * 4 * 4 * 2, 1e-6);
-}
-
 TEST_F(ParametersTest, AParameterHidesTheDimensionOfItsName) {
   Block(10, 20, 30);
   Console("parameter D0 double 1");
@@ -190,30 +145,15 @@ TEST_F(ParametersTest, AParameterHidesTheDimensionOfItsName) {
   EXPECT_EQ(Succeed(kList)["count"], 7) << "five, the one that hides, and the one that is hidden";
 }
 
-TEST_F(ParametersTest, AnAssemblyHasParametersToo) {
-  NewAssembly();
-  Console("parameter Gap double 1 mm");
-  EXPECT_EQ(Succeed(kSet, NameAnd(L"GAP", L"2"))["expression"], "2 mm");
-}
-
 TEST_F(ParametersTest, ArgumentsAndValuesThatMakeNoSenseChangeNothing) {
   Block(10, 20, 30);
   Console("parameter Fixed double 0.25 mm locked");
-  Console("parameter FixedLabel string x locked");
   Rectangle(L"SIDE", L"XY", 10, 0, 20, 20);
   Succeed(L"api_feature_extrude", LR"({"sketch_name":"SIDE","distance_mm":5})");
   Console("relation d1");
   ClearHistory();
   const std::wstring too_long(81, L'x');
-  const struct {
-    const wchar_t* operation;
-    std::wstring arguments;
-    std::wstring message;
-  } cases[] = {
-      {kGet, L"{}", L"'name' argument is required."},
-      {kGet, LR"({"name":"nothing"})", L"Parameter 'nothing' not found."},
-      {kSet, LR"({"expression":"1"})", L"'name' argument is required."},
-      {kSet, LR"({"name":"width"})", L"'expression' argument is required."},
+  const std::tuple<const wchar_t*, std::wstring, const wchar_t*> cases[] = {
       {kSet, NameAnd(L"nothing", L"1"), L"Parameter 'nothing' not found."},
       {kSet, NameAnd(L"width", L" "), L"Unable to parse parameter expression."},
       {kSet, NameAnd(L"width", L"1 Furlong"), L"Unknown unit 'Furlong' for parameter 'width'."},
@@ -225,8 +165,6 @@ TEST_F(ParametersTest, ArgumentsAndValuesThatMakeNoSenseChangeNothing) {
       {kSet, NameAnd(L"hollow", L"maybe"), L"Unable to parse boolean parameter expression."},
       {kSet, NameAnd(L"fixed", L"1 mm"),
        L"Parameter is read-only. If the model is managed by Windchill, check it out first."},
-      {kSet, NameAnd(L"fixedlabel", L"y"),
-       L"Parameter is read-only. If the model is managed by Windchill, check it out first."},
       {kSet, NameAnd(L"d0", L" "), L"Unable to parse dimension expression."},
       {kSet, NameAnd(L"d0", L"-1"), L"Failed to set dimension 'd0' (status=-2)."},
       {kSet, NameAnd(L"d0", L"inf"), L"Failed to set dimension 'd0' (status=-2)."},
@@ -234,46 +172,9 @@ TEST_F(ParametersTest, ArgumentsAndValuesThatMakeNoSenseChangeNothing) {
   };
   const auto before = Run(kList).dataJson;
   for (const auto& [operation, arguments, message] : cases) ExpectFailure(operation, arguments, message);
-  EXPECT_EQ(Run(kList).dataJson, before);
-  EXPECT_TRUE(UndoStack().empty());
-}
-
-TEST_F(ParametersTest, EachCallThatFailsHasWordsOfItsOwn) {
-  Block(10, 20, 30);
-  ClearHistory();
-  const struct {
-    const char* call;
-    int status;
-    const wchar_t* operation;
-    std::wstring arguments;
-    const wchar_t* message;
-  } cases[] = {
-      {"ProMdlCurrentGet", -8, kList, L"{}", L"No active document."},
-      {"ProMdlTypeGet", -8, kList, L"{}", L"Failed to read active document type."},
-      {"ProMdlToModelitem", -8, kList, L"{}", L"Failed to resolve active model item."},
-      {"ProParameterVisit", -8, kList, L"{}", L"Failed to list parameters."},
-      {"ProParameterValueWithUnitsGet", -8, kGet, LR"({"name":"count"})",
-       L"Failed to read parameter 'count'."},
-      {"ProDimensionValueGet", -8, kGet, LR"({"name":"d0"})", L"Failed to read dimension 'd0'."},
-      {"ProParameterValueWithUnitsGet", -8, kSet, NameAnd(L"count", L"1"),
-       L"Failed to read current value for parameter 'count'."},
-      {"ProParamvalueSet", -8, kSet, NameAnd(L"width", L"1"), L"Failed to prepare numeric parameter value."},
-      {"ProParamvalueSet", -8, kSet, NameAnd(L"hollow", L"1"), L"Failed to prepare boolean parameter value."},
-      {"ProParameterScaledvalueSet", -8, kSet, NameAnd(L"width", L"1"),
-       L"Failed to set parameter 'width' (status=-8)."},
-      {"ProParameterValueWithUnitsSet", -8, kSet, NameAnd(L"count", L"1"),
-       L"Failed to set parameter 'count' (status=-8)."},
-      {"ProDimensionValueSet", -8, kSet, NameAnd(L"d0", L"1"), L"Failed to set dimension 'd0' (status=-8)."},
-      {"ProDimensionValueSet", -48, kSet, NameAnd(L"d0", L"1"),
-       L"Dimension is read-only. If the model is managed by Windchill, check it out first."},
-  };
-  const auto before = Run(kList).dataJson;
-  for (const auto& [call, status, operation, arguments, message] : cases) {
-    SCOPED_TRACE(call);
-    faults().Fail(call, status);
-    ExpectFailure(operation, arguments, message);
-    faults().Clear();
-  }
+  faults().Fail("ProDimensionValueSet", -48);
+  ExpectFailure(kSet, NameAnd(L"d0", L"1"),
+                L"Dimension is read-only. If the model is managed by Windchill, check it out first.");
   EXPECT_EQ(Run(kList).dataJson, before);
   EXPECT_TRUE(UndoStack().empty());
 }
@@ -283,8 +184,6 @@ TEST_F(ParametersTest, AnUnreadableUnitOrLockIsNoFailure) {
   faults().Fail("ProUnitNameGet", -8, 1, 9);
   EXPECT_EQ(Succeed(kGet, LR"({"name":"width"})")["expression"], "2");
   faults().Clear();
-  faults().Fail("ProMdlPrincipalunitsystemGet", -8);
-  EXPECT_EQ(Succeed(kGet, LR"({"name":"d0"})")["expression"], "30");
   faults().Fail("ProParameterLockstatusGet", -8);
   EXPECT_EQ(Succeed(kGet, LR"({"name":"width"})")["is_user_parameter"], false);
   // What can't be read is left out of the list; the rest is there.
@@ -297,6 +196,9 @@ TEST_F(ParametersTest, AnUnreadableUnitOrLockIsNoFailure) {
 }
 
 TEST_F(ParametersTest, OnlyPartsAndAssembliesHaveParameters) {
+  NewAssembly();
+  Console("parameter Gap double 1 mm");
+  EXPECT_EQ(Succeed(kSet, NameAnd(L"GAP", L"2"))["expression"], "2 mm");
   bench::Model& drawing = AddModel(L"SHEET", PRO_MDL_DRAWING);
   host().windows.Activate(*host().windows.Create(drawing));
   for (const wchar_t* operation : {kList, kGet, kSet})

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 
 #include "addin/text/format.h"
 #include "addin/text/utf8.h"
@@ -80,10 +79,9 @@ Mask Predicted(const View& view) {
   return mask;
 }
 
-// What isn't background, which is the same along a row and fills the left margin. Empty for any other file.
-Mask Drawn(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  const std::string bytes(std::istreambuf_iterator<char>(stream), {});
+// What isn't background, which is the same along a row and fills the left margin. Empty for any other
+// picture.
+Mask Drawn(const std::string& bytes) {
   constexpr std::size_t kHead = 54, kRow = 3 * kWidth;
   std::int32_t size[2] = {};
   if (bytes.size() != kHead + kRow * kHeight) return {};
@@ -126,7 +124,7 @@ TEST_F(Silhouette, OfTheSampleIsThatOfItsGeometryInEachView) {
     Succeed(L"api_export_screenshot",
             Format(LR"({"output_path":"%s","view":"%s","width_px":%d,"height_px":%d})", JsonPath(file),
                    view.word, kWidth, kHeight));
-    const Mask drawn = Drawn(directory() / file), predicted = Predicted(view);
+    const Mask drawn = Drawn(Bytes(file)), predicted = Predicted(view);
     ASSERT_EQ(drawn.size(), predicted.size());
     int wrong = 0, inside = 0, outside = 0;
     for (int y = 0; y < kHeight; ++y)

@@ -1,13 +1,9 @@
-#include <gmock/gmock.h>
-
 #include <cmath>
 #include <numbers>
 #include <tuple>
 
 #include "addin/ops/common/history.h"
 #include "addin/ops/sketch/entity_reference.h"
-#include "addin/text/format.h"
-#include "addin/text/utf8.h"
 #include "tests/operations/sketch_fixture.h"
 
 namespace vek::support {
@@ -17,10 +13,6 @@ constexpr double kPi = std::numbers::pi;
 constexpr const wchar_t* kConstrain = L"api_sketch_constraint_add";
 constexpr const wchar_t* kDimension = L"api_sketch_dimension_add";
 constexpr const wchar_t* kSetDriven = L"api_sketch_dimension_set_driven";
-
-std::wstring InSketch(const std::wstring& more) {
-  return LR"({"sketch_name":"S",)" + more + L"}";
-}
 
 class SketchConstraints : public CommittedSketchTest {
  protected:
@@ -68,29 +60,22 @@ class SketchConstraints : public CommittedSketchTest {
 
 TEST(EntityReferences, AreReadFromTexts) {
   const std::tuple<const wchar_t*, wchar_t, int, int> good[] = {
-      {L" l:12 ", L'L', 12, 1},      {L"Z:3", L'Z', 3, 1},       {L"L:2x", L'L', 2, 1},
-      {L"L:1:START", L'L', 1, 2},    {L"a:3:end", L'A', 3, 3},   {L"C:1:center", L'C', 1, 4},
-      {L"L:1:Midpoint", L'L', 1, 4}, {L"L:1:middle", L'L', 1, 4}};
+      {L" l:12 ", L'L', 12, 1}, {L"L:2x", L'L', 2, 1},       {L"L:1:START", L'L', 1, 2},
+      {L"a:3:end", L'A', 3, 3}, {L"C:1:center", L'C', 1, 4}, {L"L:1:Midpoint", L'L', 1, 4},
+      {L"Z:3", L'Z', 3, 1},     {L"L:1:middle", L'L', 1, 4}};
+  sketch::EntityReference reference;
+  std::wstring error;
   for (const auto& [text, letter, index, point] : good) {
-    SCOPED_TRACE(EncodeUtf8(text));
-    sketch::EntityReference reference;
-    std::wstring error;
     EXPECT_TRUE(sketch::ParseEntityReference(text, reference, error));
-    EXPECT_EQ(reference.letter, letter);
-    EXPECT_EQ(reference.index, index);
-    EXPECT_EQ(reference.point, point);
+    EXPECT_EQ(std::tuple(reference.letter, reference.index, reference.point),
+              std::tuple(letter, index, point));
   }
   const wchar_t* const form = L"Invalid entity reference. Use 'L:n', 'C:n', 'A:n', or 'L:n:start'.";
-  const std::pair<const wchar_t*, const wchar_t*> bad[] = {
-      {L"  ", L"Entity reference must not be empty."},
-      {L"L1", form},
-      {L"L:1:start:end", form},
-      {L"LL:1", L"Unknown entity type 'LL'."},
-      {L"L:0", L"Invalid entity index in 'L:0'."},
-      {L"L:1:Top", L"Unknown point specifier 'Top' in 'L:1:Top'."}};
+  const std::pair<const wchar_t*, const wchar_t*> bad[] = {{L"  ", L"Entity reference must not be empty."},
+                                                           {L"L1", form},
+                                                           {L"L:1:start:end", form},
+                                                           {L"L:0", L"Invalid entity index in 'L:0'."}};
   for (const auto& [text, message] : bad) {
-    sketch::EntityReference reference;
-    std::wstring error;
     EXPECT_FALSE(sketch::ParseEntityReference(text, reference, error)) << EncodeUtf8(text);
     EXPECT_EQ(error, message);
   }
@@ -99,11 +84,7 @@ TEST(EntityReferences, AreReadFromTexts) {
 TEST_F(SketchConstraints, ArgumentsAreCheckedBeforeTheFeatureGoes) {
   const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
       {kConstrain, LR"("type":" ","entity1":"P:1")", L"'type' is required."},
-      {kConstrain, LR"("type":"vertical")", L"'entity1' is required."},
-      {kDimension, LR"("value":5)", L"'entity' is required."},
       {kDimension, LR"("entity":"L:1","type":"radial")", L"'value' is required."},
-      {kSetDriven, LR"("driven":true)", L"'entity' is required."},
-      {kSetDriven, LR"("entity":"L:1")", L"No linear dimension on L:1 found in sketch 'S'."},
       {kSetDriven, LR"("entity":"C:1","type":" Radial ")",
        L"No radial dimension on C:1 found in sketch 'S'."}};
   const auto mark = host().journal.Mark();
@@ -115,11 +96,8 @@ TEST_F(SketchConstraints, ArgumentsAreCheckedBeforeTheFeatureGoes) {
 
 TEST_F(SketchConstraints, AFailedAdditionTakesItsRecordAway) {
   DrawOneOfEach();
-  const wchar_t* const second = L"'entity2' is required for this constraint type.";
-  const wchar_t* const lines = L"Angular dimension requires two line entities.";
   const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
-      {kConstrain, LR"("type":"coincident","entity1":"L:1")", second},
-      {kConstrain, LR"("type":"equal","entity1":"L:1")", second},
+      {kConstrain, LR"("type":"equal","entity1":"L:1")", L"'entity2' is required for this constraint type."},
       {kConstrain, LR"("type":"horizontal","entity1":"LL:1")", L"Unknown entity type 'LL'."},
       {kConstrain, LR"("type":"tangent","entity1":"L:1","entity2":"Q:1")",
        L"Entity 'Q:1' not found in sketch 'S'."},
@@ -135,19 +113,10 @@ TEST_F(SketchConstraints, AFailedAdditionTakesItsRecordAway) {
        L"perpendicular, tangent, equal."},
       {kConstrain, LR"("type":"horizontal","entity1":"C:1")", L"Failed to create constraint (status=-1)."},
       {kDimension, LR"("entity":"C:1","value":5)", L"Linear dimension requires a line entity."},
-      {kDimension, LR"("entity":"L:1","value":5,"type":"radial")",
-       L"Radial dimension requires a circle or arc."},
-      {kDimension, LR"("entity":"L:1:end","value":5,"type":"diameter")",
-       L"Diameter dimension requires a circle or arc."},
-      {kDimension, LR"("entity":"L:1","value":5,"type":"angular")",
-       L"'entity2' is required for angular dimensions."},
-      {kDimension, LR"("entity":"L:1","value":5,"type":"angular","entity2":"A:2")", lines},
-      {kDimension, LR"("entity":"A:2","value":5,"type":"angular","entity2":"L:1")", lines},
-      {kDimension, LR"("entity":"E:1","value":5)", L"Entity 'E:1' not found in sketch 'S'."},
+      {kDimension, LR"("entity":"L:1","value":5,"type":"angular","entity2":"A:2")",
+       L"Angular dimension requires two line entities."},
       {kDimension, LR"("entity":"L:1","value":5,"type":"Ordinate")",
        L"Unknown dimension type 'ordinate'. Supported: linear, radial, diameter, angular."},
-      {kDimension, LR"("entity":"A:2","value":5,"type":"radial")",
-       L"Failed to create dimension (status=-1)."},
       {kDimension, LR"("entity":"L:1","value":0)", L"Failed to set dimension value (status=-1)."}};
   ClearHistory();
   for (const auto& [operation, arguments, message] : cases) {
@@ -216,12 +185,8 @@ TEST_F(SketchConstraints, SuccessIsToldInTheWordsOfTheRequest) {
        L"while driven)."},
       {kSetDriven, LR"("entity":"c:1","type":"diameter","driven":false)",
        L"diameter dim on c:1 set driven=false in 'S'."}};
-  for (const auto& [operation, arguments, message] : cases) {
-    const auto result = Run(operation, InSketch(arguments));
-    EXPECT_TRUE(result.success);
-    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
-    EXPECT_EQ(result.dataJson, L"null");
-  }
+  for (const auto& [operation, arguments, message] : cases)
+    ExpectAnswer(operation, InSketch(arguments), message);
   EXPECT_TRUE(UndoStack().empty()) << "none of them can be undone";
 }
 
@@ -241,28 +206,6 @@ TEST_F(SketchConstraints, EachRecordIsAppliedInTheSketchersMode) {
   EXPECT_EQ(calls, "01 constraint 01 dimension value 010");
   EXPECT_NEAR(Length(2), 20, 1e-6);
   EXPECT_NEAR(Length(3), 20, 1e-6);
-}
-
-TEST_F(SketchConstraints, AFailedCallIsToldWithItsStatus) {
-  DrawOneOfEach();
-  const wchar_t* const equal = LR"("type":"equal","entity1":"L:1","entity2":"L:2")";
-  const wchar_t* const length = LR"("entity":"L:1","value":20)";
-  // A status of 0 is a good one with nothing behind it.
-  const std::tuple<const wchar_t*, const wchar_t*, const char*, int, int, const wchar_t*> cases[] = {
-      {kConstrain, equal, "ProSectionEntityGetSelected", 1, -10,
-       L"Failed to select sketch entity (status=-10)."},
-      {kConstrain, equal, "ProSectionEntityGetSelected", 2, 0, L"Failed to select sketch entity (status=0)."},
-      {kConstrain, equal, "ProArrayAlloc", 2, -10, L"Failed to create constraint (status=-10)."},
-      {kDimension, length, "ProSecdimCreate", 1, 0, L"Failed to create dimension (status=0)."},
-      {kDimension, length, "ProSecdimValueSet", 1, -10, L"Failed to set dimension value (status=-10)."}};
-  for (const auto& [operation, arguments, call, occurrence, status, message] : cases) {
-    SCOPED_TRACE(EncodeUtf8(message));
-    faults().Fail(call, status, occurrence);
-    const auto mark = host().journal.Mark();
-    ExpectFailure(operation, InSketch(arguments), message);
-    EXPECT_EQ(LastArguments(mark, "ProSectionIntentManagerModeSet"), "0");
-    ExpectUncommitted(6);
-  }
 }
 
 TEST_F(SketchConstraints, AnAskewOutlineBecomesARectangleOfItsDimensions) {

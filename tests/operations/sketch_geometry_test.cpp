@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <numbers>
 #include <tuple>
 
 #include "addin/ops/common/history.h"
 #include "addin/ops/sketch/create.h"
 #include "addin/ops/sketch/point_array.h"
-#include "addin/text/format.h"
-#include "addin/text/utf8.h"
 #include "tests/operations/sketch_fixture.h"
 
 namespace vek::support {
@@ -17,54 +13,40 @@ constexpr double kPi = std::numbers::pi;
 
 class SketchGeometry : public CommittedSketchTest {};
 
-TEST_F(SketchGeometry, EachOperationTellsWhatItDrewOrWhatFailed) {
-  const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
-      {L"api_sketch_point", LR"("x":1.5,"y":-2)", L"P:2", L"Point (1.5, -2) mm added to 'S'.",
-       L"Failed to add point to section."},
-      {L"api_sketch_line_two_points", LR"("x2":10)", L"L:1", L"Line added to 'S' and sketch committed.",
-       L"Failed to add line to section."},
-      {L"api_sketch_line_two_points", LR"("x2":10,"centerline":true)", L"A:1",
-       L"Centerline added to 'S' and sketch committed.", L"Failed to add centerline to section."},
-      {L"api_sketch_line_two_points", LR"("y2":10,"construction":1)", L"A:2",
-       L"Centerline added to 'S' and sketch committed.", L"Failed to add centerline to section."},
-      {L"api_sketch_circle_center_radius", LR"("radius":0.25)", L"C:1", L"Circle (r=0.25 mm) added to 'S'.",
-       L"Failed to add circle to section."},
-      {L"api_sketch_rectangle_two_points", LR"("x2":10,"y2":5)", L"L:2;L:3;L:4;L:5",
-       L"Rectangle added to 'S'.", L"Failed to add rectangle edges to section."},
-      {L"api_sketch_arc", LR"("radius":5,"sweep_angle_deg":-90,"start_angle_deg":45)", L"A:3",
-       L"Arc added to 'S' (start=45 deg, sweep=-90 deg).", L"Failed to add arc to section."},
-      {L"api_sketch_polyline", LR"("points":[[0,0],[1,0],{"x":1,"y":1}],"closed":true)", L"L:6;L:7;L:8",
-       L"Polyline (3 pts, closed) added to 'S'.", L"Failed to add polyline segment to section."},
-      {L"api_sketch_polyline", LR"("points":[[0,0],[1,0],[2,3]])", L"L:9;L:10",
-       L"Polyline (3 pts, open) added to 'S'.", L"Failed to add polyline segment to section."},
-      {L"api_sketch_spline", LR"("points":[[0,0],[1,2],[2,0]])", L"S:1", L"Spline (3 pts) added to 'S'.",
-       L"Failed to add spline to section."},
-      {L"api_sketch_ellipse_center_radii", LR"("radius_x":4,"radius_y":2)", L"E:1",
-       L"Ellipse (rx=4, ry=2 mm) added to 'S'.", L"Failed to add ellipse to section."},
-      {L"api_sketch_ellipse_center_radii", LR"("radius_x":4,"radius_y":2,"rotation_deg":0.00000001)", L"E:2",
-       L"Ellipse (rx=4, ry=2 mm) added to 'S'.", L"Failed to add rotated ellipse approximation to section."},
-      {L"api_sketch_ellipse_arc", LR"("radius_x":4,"radius_y":2,"sweep_angle_deg":120)", L"S:2",
-       L"Elliptical arc (rx=4, ry=2 mm, sweep=120 deg) added to 'S'.",
-       L"Failed to add elliptical arc approximation to section."},
-      {L"api_sketch_slot", LR"("length_mm":30,"width_mm":10)", L"L:11;L:12;A:4;A:5",
-       L"Slot (length=30, width=10 mm) added to 'S'.", L"Failed to add slot geometry to section."}};
-  for (const auto& [operation, more, labels, message, failure] : cases) {
-    SCOPED_TRACE(EncodeUtf8(Format(L"%s %s", operation, more)));
+TEST_F(SketchGeometry, EachOperationTellsWhatItDrew) {
+  const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
+      {L"point", LR"("x":1.5,"y":-2)", L"P:2", L"Point (1.5, -2) mm added to 'S'."},
+      {L"line_two_points", LR"("x2":10)", L"L:1", L"Line added to 'S' and sketch committed."},
+      {L"line_two_points", LR"("x2":10,"centerline":true)", L"A:1",
+       L"Centerline added to 'S' and sketch committed."},
+      {L"line_two_points", LR"("y2":10,"construction":1)", L"A:2",
+       L"Centerline added to 'S' and sketch committed."},
+      {L"circle_center_radius", LR"("radius":0.25)", L"C:1", L"Circle (r=0.25 mm) added to 'S'."},
+      {L"rectangle_two_points", LR"("x2":10,"y2":5)", L"L:2;L:3;L:4;L:5", L"Rectangle added to 'S'."},
+      {L"arc", LR"("radius":5,"sweep_angle_deg":-90,"start_angle_deg":45)", L"A:3",
+       L"Arc added to 'S' (start=45 deg, sweep=-90 deg)."},
+      {L"polyline", LR"("points":[[0,0],[1,0],{"x":1,"y":1}],"closed":true)", L"L:6;L:7;L:8",
+       L"Polyline (3 pts, closed) added to 'S'."},
+      {L"polyline", LR"("points":[[0,0],[1,0],[2,3]])", L"L:9;L:10", L"Polyline (3 pts, open) added to 'S'."},
+      {L"spline", LR"("points":[[0,0],[1,2],[2,0]])", L"S:1", L"Spline (3 pts) added to 'S'."},
+      {L"ellipse_center_radii", LR"("radius_x":4,"radius_y":2)", L"E:1",
+       L"Ellipse (rx=4, ry=2 mm) added to 'S'."},
+      {L"ellipse_center_radii", LR"("radius_x":4,"radius_y":2,"rotation_deg":0.00000001)", L"E:2",
+       L"Ellipse (rx=4, ry=2 mm) added to 'S'."},
+      {L"ellipse_arc", LR"("radius_x":4,"radius_y":2,"sweep_angle_deg":120)", L"S:2",
+       L"Elliptical arc (rx=4, ry=2 mm, sweep=120 deg) added to 'S'."},
+      {L"slot", LR"("length_mm":30,"width_mm":10)", L"L:11;L:12;A:4;A:5",
+       L"Slot (length=30, width=10 mm) added to 'S'."}};
+  for (const auto& [shape, more, labels, message] : cases) {
+    SCOPED_TRACE(EncodeUtf8(Format(L"%s %s", shape, more)));
     ClearHistory();
-    const std::wstring arguments = Format(LR"({"sketch_name":"S",%s})", more);
-    faults().Fail("ProSectionEntityAdd", -1);
-    ExpectFailure(operation, arguments, failure);
-    const auto result = Run(operation, arguments);
-    EXPECT_TRUE(result.success);
-    EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
-    EXPECT_EQ(EncodeUtf8(result.dataJson),
-              EncodeUtf8(Format(LR"({"sketch_name":"S","entity":"%s"})", labels)));
+    const std::wstring operation = Format(L"api_sketch_%s", shape), arguments = InSketch(more);
+    ExpectAnswer(operation, arguments, message, Format(LR"({"sketch_name":"S","entity":"%s"})", labels));
     ASSERT_EQ(UndoStack().size(), 1u);
     const HistoryEntry& step = UndoStack().back();
     EXPECT_EQ(step.label, Format(L"Draw %s in S", labels));
     EXPECT_EQ(step.operation, operation);
     EXPECT_EQ(step.arguments, arguments);
-    EXPECT_EQ(step.target, L"S");
     EXPECT_EQ(step.entity, labels);
   }
 }
@@ -165,29 +147,20 @@ TEST_F(SketchGeometry, LengthsAreScaledToTheUnitsOfTheModelAndAnglesAreNot) {
             L"Point (25.4, 0) mm added to 'S'.");
 }
 
-class SketchArguments : public CommittedSketchTest {};
-
 TEST(PointArray, ReadsPairsAndObjectsAndRefusesWhatIsNeither) {
   using Pairs = std::vector<std::pair<double, double>>;
-  const std::tuple<const char*, const wchar_t*, bool, Pairs> cases[] = {
-      {"pairs", L"[[0,0],[10, -2.5]]", true, {{0, 0}, {10, -2.5}}},
-      {"objects in any order of keys", L"[{\"y\":2,\"x\":1}]", true, {{1, 2}}},
-      {"quoted numbers in objects", L"[{\"x\":\"1\",\"y\":\"2\"}]", true, {{1, 2}}},
-      {"no number is zero", L"[[a,2]]", true, {{0, 2}}},
-      {"an object without y fails the whole", L"[[1,2],{\"x\":3}]", false, {{1, 2}}},
-      {"no element", L"[]", false, {}},
-      {"an element that never closes is none", L"[[1,2],[3,4", true, {{1, 2}}},
-      {"a stray closing bracket", L"]]}[[1,2]]", false, {}},
-      {"brackets in strings count", L"[{\"note\":\"]\",\"x\":1,\"y\":2}]", false, {}}};
-  for (const auto& [what, text, is_read, expected] : cases) {
-    SCOPED_TRACE(what);
+  const std::tuple<const wchar_t*, bool, Pairs> cases[] = {{LR"([{"x":"1","y":"2"}])", true, {{1, 2}}},
+                                                           {L"[[a,2]]", true, {{0, 2}}},
+                                                           {LR"([[1,2],{"x":3}])", false, {{1, 2}}},
+                                                           {L"[[1,2],[3,4", true, {{1, 2}}},
+                                                           {L"]]}[[1,2]]", false, {}},
+                                                           {LR"([{"note":"]","x":1,"y":2}])", false, {}}};
+  for (const auto& [text, is_read, expected] : cases) {
     std::vector<sketch::PlanePoint> points{{99, 99}};
-    EXPECT_EQ(sketch::ParsePointArray(text, points), is_read);
-    ASSERT_EQ(points.size(), expected.size());
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      EXPECT_EQ(points[i].x, expected[i].first);
-      EXPECT_EQ(points[i].y, expected[i].second);
-    }
+    EXPECT_EQ(sketch::ParsePointArray(text, points), is_read) << EncodeUtf8(text);
+    Pairs pairs;
+    for (const auto& point : points) pairs.emplace_back(point.x, point.y);
+    EXPECT_EQ(pairs, expected) << EncodeUtf8(text);
   }
 }
 
@@ -196,58 +169,39 @@ TEST(AddNameToArgs, PutsTheNameInFrontUnlessItIsThere) {
       {LR"(  {"plane":"XY"}  )", LR"({"name":"S","plane":"XY"})"},
       {LR"({"plane":"XY","name":"S"} )", LR"({"plane":"XY","name":"S"} )"},
       {LR"({"name":""})", LR"({"name":"S","name":""})"},
-      {L"{}", LR"({"name":"S"})"},
       {L"  ", LR"({"name":"S"})"},
       {L" [1] ", L" [1] "}};
   for (const auto& [arguments, expected] : cases) EXPECT_EQ(sketch::AddNameToArgs(arguments, L"S"), expected);
   EXPECT_EQ(sketch::AddNameToArgs(L"{}", L"a\"b"), LR"({"name":"a\"b"})");
 }
 
-TEST_F(SketchArguments, ArgumentsAreCheckedBeforeAnythingIsDrawn) {
+TEST_F(SketchGeometry, ArgumentsAreCheckedBeforeAnythingIsDrawn) {
   const wchar_t* const radius = L"'radius' is required and must be positive.";
-  const wchar_t* const radii = L"'radius_x' and 'radius_y' are required and must be positive.";
-  const wchar_t* const sweep = L"'sweep_angle_deg' is required.";
   const wchar_t* const points = L"'points' must contain at least two [x, y] entries.";
   const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
-      {L"api_sketch_point", LR"("x":1)", L"'x' and 'y' are required."},
       {L"api_sketch_circle_center_radius", LR"("radius":0)", radius},
       {L"api_sketch_circle_center_radius", LR"("radius":nan)", radius},
-      {L"api_sketch_arc", LR"("sweep_angle_deg":90)", radius},
-      {L"api_sketch_arc", LR"("radius":5)", sweep},
       {L"api_sketch_polyline", LR"("points":[[1,2]])", points},
       {L"api_sketch_spline", LR"("points":[[1,2],{"x":1}])", points},
-      {L"api_sketch_ellipse_center_radii", LR"("radius_x":1,"radius_y":0)", radii},
-      {L"api_sketch_ellipse_arc", LR"("sweep_angle_deg":90)", radii},
-      {L"api_sketch_ellipse_arc", LR"("radius_x":1,"radius_y":1)", sweep},
-      {L"api_sketch_slot", LR"("width_mm":10)", L"'length_mm' and 'width_mm' are required."},
+      {L"api_sketch_ellipse_center_radii", LR"("radius_x":1,"radius_y":0)",
+       L"'radius_x' and 'radius_y' are required and must be positive."},
       {L"api_sketch_slot", LR"("length_mm":10,"width_mm":10)",
        L"'length_mm' must be greater than 'width_mm'."}};
   ClearHistory();
   const auto mark = host().journal.Mark();
-  for (const auto& [operation, arguments, message] : cases) {
-    SCOPED_TRACE(EncodeUtf8(arguments));
-    ExpectFailure(operation, std::wstring(L"{\"sketch_name\":\"S\",") + arguments + L"}", message);
-  }
+  for (const auto& [operation, arguments, message] : cases)
+    ExpectFailure(operation, InSketch(arguments), message);
   EXPECT_TRUE(CallsSince(mark, {"ProSectionEntityAdd", "ProFeatureDelete"}).empty());
   EXPECT_TRUE(UndoStack().empty());
 }
 
-TEST_F(SketchArguments, AFailedAdditionLeavesTheEarlierOnesAndCommitsNothing) {
-  const std::tuple<const wchar_t*, const wchar_t*, int, const wchar_t*> cases[] = {
-      {L"api_sketch_rectangle_two_points", LR"("x2":1,"y2":1)", 3,
-       L"Failed to add rectangle edges to section."},
-      {L"api_sketch_polyline", LR"("points":[[0,0],[1,0],[1,1]],"closed":true)", 3,
-       L"Failed to close polyline."},
-      {L"api_sketch_slot", LR"("length_mm":3,"width_mm":1)", 4, L"Failed to add slot geometry to section."}};
+TEST_F(SketchGeometry, AFailedAdditionLeavesTheEarlierOnesAndCommitsNothing) {
   ClearHistory();
   const auto mark = host().journal.Mark();
-  std::size_t entities = 1;
-  for (const auto& [operation, arguments, failing, message] : cases) {
-    faults().Fail("ProSectionEntityAdd", -1, failing);
-    ExpectFailure(operation, std::wstring(L"{\"sketch_name\":\"S\",") + arguments + L"}", message);
-    entities += static_cast<std::size_t>(failing) - 1;
-    EXPECT_EQ(Session(L"S").entities.size(), entities);
-  }
+  faults().Fail("ProSectionEntityAdd", -1, 3);
+  ExpectFailure(L"api_sketch_polyline", InSketch(LR"("points":[[0,0],[1,0],[1,1]],"closed":true)"),
+                L"Failed to close polyline.");
+  EXPECT_EQ(Session(L"S").entities.size(), 1u + 2u);
   EXPECT_TRUE(CallsSince(mark, {"ProFeatureDelete", "ProFeatureWithoptionsCreate"}).empty());
   EXPECT_TRUE(UndoStack().empty());
   EXPECT_TRUE(Session(L"S").has_feature);

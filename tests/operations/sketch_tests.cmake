@@ -1,3 +1,2 @@
 set(sketch_tests
-  sketch_commit_test.cpp sketch_constraints_test.cpp sketch_create_test.cpp
-  sketch_fixture.cpp sketch_geometry_test.cpp sketch_text_test.cpp)
+  sketch_commit_test.cpp sketch_constraints_test.cpp sketch_geometry_test.cpp sketch_text_test.cpp)

@@ -1,18 +1,97 @@
-// Walking the session's history: each kind of step reversed and done again, and walks that end early.
+// The session's history: what it holds and tells; walking it: each kind of step reversed and done again, and
+// walks that end early.
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <stdexcept>
 
 #include "addin/ops/common/history.h"
 #include "addin/text/format.h"
 #include "tests/operations/sketch_fixture.h"
-#include "tests/support/captured_log.h"
 
 namespace vek::support {
 namespace {
 
 constexpr const wchar_t* kUndo = L"api_document_undo";
 constexpr const wchar_t* kRedo = L"api_document_redo";
+
+class History : public OperationTest {
+ protected:
+  void PushFeatures(int first, int last) {
+    for (int i = first; i <= last; ++i) PushCreateFeature(L"F" + std::to_wstring(i));
+  }
+};
+
+TEST_F(History, LabelsEachKindInItsOwnWordsAndTakesNoneWhileItReplays) {
+  const std::pair<std::function<void()>, const wchar_t*> cases[] = {
+      {[] { PushCreateFeature(L"A"); }, L"Create A"},
+      {[] { PushSuppress(L"A", true); }, L"Suppress A"},
+      {[] { PushSuppress(L"A", false); }, L"Unsuppress A"},
+      {[] { PushSuppressOccurrence(L"A", true); }, L"Suppress occurrence A"},
+      {[] { PushSuppressOccurrence(L"A", false); }, L"Unsuppress occurrence A"},
+      {[] { PushSetParameter(L"A", L"", L"2"); }, L"Set A"},
+      {[] { PushCreateSketch(L"{}", L"A"); }, L"Create sketch A"},
+      {[] { PushDrawEntity(L"op", L"", L"A", L"L:1;L:2"); }, L"Draw L:1;L:2 in A"},
+  };
+  for (const auto& [push, label] : cases) {
+    ClearHistory();
+    push();
+    HistoryReplaying = true;
+    push();
+    HistoryReplaying = false;
+    ASSERT_EQ(UndoStack().size(), 1u) << label;
+    EXPECT_EQ(UndoStack().back().label, label);
+    EXPECT_EQ(UndoStack().back().target, L"A");
+  }
+}
+
+TEST_F(History, HoldsTenStepsAndEndsTheRedoChain) {
+  RedoStack().push_back({});
+  PushFeatures(1, 11);
+  ASSERT_EQ(UndoStack().size(), 10u);
+  EXPECT_EQ(UndoStack().front().target, L"F2");
+  EXPECT_EQ(UndoStack().back().target, L"F11");
+  EXPECT_TRUE(RedoStack().empty());
+}
+
+TEST_F(History, ListsTheNewestLabelsFirst) {
+  NewPart();
+  PushFeatures(1, 5);
+  HistoryEntry redo;
+  redo.label = L"Create \"R\"";
+  RedoStack().push_back(redo);
+
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+      {LR"({"count":2})", LR"({"undo":["Create F5","Create F4"]})"},
+      {LR"({"count":2.5})", LR"({"undo":["Create F5","Create F4","Create F3"]})"},
+      {LR"({"count":1,"stack":" Both "})", LR"({"undo":["Create F5"],"redo":["Create \"R\""]})"},
+      {LR"({"stack":"redo"})", LR"({"redo":["Create \"R\""]})"},
+      {LR"({"stack":""})", LR"({"undo":["Create F5","Create F4","Create F3","Create F2","Create F1"]})"},
+  };
+  for (const auto& [arguments, data] : cases)
+    ExpectAnswer(L"api_document_get_history", arguments,
+                 L"Vek session history (feature creates, suppress toggles, parameter sets, assembly moves).",
+                 data);
+}
+
+TEST_F(History, RefusesWrongCountsAndStacks) {
+  const std::wstring get = L"api_document_get_history";
+  NewPart();
+  for (const wchar_t* count : {L"0", L"0.4", L"-3", L"\"nan\"", L"\"-inf\""})
+    ExpectFailure(get, std::wstring(L"{\"count\":") + count + L"}", L"'count' must be at least 1.");
+  for (const wchar_t* count : {L"11", L"10.5", L"1e300", L"\"inf\""})
+    ExpectFailure(get, std::wstring(L"{\"count\":") + count + L"}", L"'count' must be between 1 and 10.");
+  for (const wchar_t* stack : {L"all", L" "})
+    ExpectFailure(get, std::wstring(L"{\"stack\":\"") + stack + L"\"}",
+                  L"'stack' must be \"undo\", \"redo\", or \"both\".");
+  ExpectFailure(kUndo, L"{}", L"No Vek undo steps available.");
+  ExpectFailure(kRedo, L"{}", L"No Vek redo steps available.");
+  for (const wchar_t* operation : {kUndo, kRedo}) {
+    ExpectFailure(operation, LR"({"count":0})", L"'count' must be at least 1.");
+    ExpectFailure(operation, LR"({"count":11})", L"'count' must be between 1 and 10.");
+  }
+  EXPECT_TRUE(Run(get, L"{\"count\":10.4}").success);
+}
 
 class UndoRedo : public SketchTest {
  protected:
@@ -22,10 +101,9 @@ class UndoRedo : public SketchTest {
   }
 
   void Walk(const wchar_t* operation, int count = 1) {
-    const auto result = Run(operation, Format(LR"({"count":%d})", count));
-    EXPECT_EQ(result.message,
-              Format(L"%d %s step(s) applied.", count, operation == kUndo ? L"undo" : L"redo"));
-    EXPECT_EQ(result.dataJson, Format(LR"({"applied":%d,"requested":%d})", count, count));
+    ExpectAnswer(operation, Format(LR"({"count":%d})", count),
+                 Format(L"%d %s step(s) applied.", count, operation == kUndo ? L"undo" : L"redo"),
+                 Format(LR"({"applied":%d,"requested":%d})", count, count));
   }
 
   static std::vector<std::wstring> Labels(const std::deque<HistoryEntry>& stack) {
@@ -34,25 +112,15 @@ class UndoRedo : public SketchTest {
     return labels;
   }
 
-  static HistoryEntry Entry(HistoryKind kind, const wchar_t* target, bool flag = false) {
+  static HistoryEntry Entry(HistoryKind kind, const wchar_t* target) {
     HistoryEntry entry;
     entry.kind = kind;
     entry.target = target;
-    entry.flag = flag;
     return entry;
   }
 
   std::wstring Set(const wchar_t* depth) { return Format(LR"({"name":"d0","expression":"%s"})", depth); }
 };
-
-TEST_F(UndoRedo, WithoutStepsThereIsNothingToDo) {
-  ExpectFailure(kUndo, L"{}", L"No Vek undo steps available.");
-  ExpectFailure(kRedo, L"{}", L"No Vek redo steps available.");
-  for (const wchar_t* operation : {kUndo, kRedo}) {
-    ExpectFailure(operation, LR"({"count":0})", L"'count' must be at least 1.");
-    ExpectFailure(operation, LR"({"count":11})", L"'count' must be between 1 and 10.");
-  }
-}
 
 TEST_F(UndoRedo, ADimensionGoesBackAndForthWithTheGeometry) {
   Block(10, 20, 30);
@@ -87,14 +155,10 @@ TEST_F(UndoRedo, SuppressTogglesAreTurnedRound) {
   Succeed(L"api_feature_suppress", named);
   Succeed(L"api_feature_unsuppress", named);
   const bench::Feature* const feature = FeatureNamed(block);
-  const struct {
-    const wchar_t* operation;
-    ProFeatStatus status;
-  } steps[] = {{kUndo, PRO_FEAT_SUPPRESSED},
-               {kUndo, PRO_FEAT_ACTIVE},
-               {kRedo, PRO_FEAT_SUPPRESSED},
-               {kRedo, PRO_FEAT_ACTIVE}};
-  for (const auto& [operation, status] : steps) {
+  for (const auto& [operation, status] : {std::pair(kUndo, PRO_FEAT_SUPPRESSED),
+                                          {kUndo, PRO_FEAT_ACTIVE},
+                                          {kRedo, PRO_FEAT_SUPPRESSED},
+                                          {kRedo, PRO_FEAT_ACTIVE}}) {
     Walk(operation);
     EXPECT_EQ(feature->status, status);
   }
@@ -157,28 +221,12 @@ TEST_F(UndoRedo, AStepThatFailsEndsTheWalkAndStays) {
   ExpectFailure(kUndo, L"{}", L"No Vek undo steps available.");
 }
 
-TEST_F(UndoRedo, StepsThatCannotBeAppliedSayWhy) {
-  constexpr const wchar_t* kNoAssembly = L"Assembly operations require an active assembly document.";
-  HistoryEntry unset = Entry(HistoryKind::kSetParameter, L"d0");
-  HistoryEntry unknown = Entry(HistoryKind::kCreateSketch, L"S");
-  unknown.operation = L"api_sketch_dance";
-  const struct {
-    HistoryEntry entry;
-    const wchar_t* undo;
-    const wchar_t* redo;
-  } cases[] = {
-      {unset, L"'expression' argument is required.", L"'expression' argument is required."},
-      {unknown, L"Sketch 'S' not found.", L"Unknown sketch operation 'api_sketch_dance'."},
-      {Entry(HistoryKind::kSuppressOccurrence, L"A"), kNoAssembly, kNoAssembly},
-      {Entry(HistoryKind::kMove, L"A"), kNoAssembly, kNoAssembly},
-      {Entry(static_cast<HistoryKind>(7), L"A"), L"Unsupported history entry.",
-       L"Unsupported history entry."},
-  };
-  for (const auto& [entry, undo, redo] : cases) {
-    UndoStack() = {entry};
-    ExpectFailure(kUndo, L"{}", undo);
-    RedoStack() = {entry};
-    ExpectFailure(kRedo, L"{}", redo);
+TEST_F(UndoRedo, StepsThatCannotBeAppliedSayWhyAndStay) {
+  const wchar_t* const no_assembly = L"Assembly operations require an active assembly document.";
+  for (const HistoryKind kind : {HistoryKind::kSuppressOccurrence, HistoryKind::kMove}) {
+    UndoStack() = RedoStack() = {Entry(kind, L"A")};
+    ExpectFailure(kUndo, L"{}", no_assembly);
+    ExpectFailure(kRedo, L"{}", no_assembly);
     EXPECT_EQ(UndoStack().size() + RedoStack().size(), 2u);
     EXPECT_FALSE(HistoryReplaying);
   }
@@ -192,17 +240,6 @@ TEST_F(UndoRedo, TheOtherStackKeepsItsLimit) {
   Walk(kUndo);
   ASSERT_EQ(RedoStack().size(), 10u);
   EXPECT_EQ(RedoStack().back().label, L"Set d0");
-}
-
-TEST_F(UndoRedo, TheHostsRefusalOfAToggleIsToldInItsWords) {
-  const std::wstring block = Block(10, 20, 30);
-  faults().Fail("ProFeatureWithoptionsSuppress", -8);
-  ExpectFailure(kUndo, L"{}", L"Failed to suppress feature '" + block + L"' (status=-8).");
-  Walk(kUndo);
-  faults().Fail("ProFeatureWithoptionsResume", -8);
-  ExpectFailure(kRedo, L"{}", L"Failed to unsuppress feature '" + block + L"' (status=-8).");
-  Walk(kRedo);
-  EXPECT_NEAR(Volume(), 10 * 20 * 30, 1e-6);
 }
 
 TEST_F(UndoRedo, AnExceptionInAStepEndsTheReplayToo) {

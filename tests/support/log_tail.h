@@ -1,9 +1,11 @@
-// What the add-in's real log has been given since a moment. The test program must hold the lock of drive D.
+// What a log has been given since a moment: the add-in's real one, where the test program must hold the lock
+// of drive D, or a test's own.
 #pragma once
 
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "addin/platform/files.h"
@@ -13,15 +15,15 @@ namespace vek::support {
 
 class LogTail {
  public:
-  LogTail() {
-    if (!PathExists(L"D:\\")) throw std::runtime_error("there is no drive D for the log");
-    start_ = ReadBytes(kPath).size();
+  explicit LogTail(std::wstring path = L"D:\\VekCreoAddin.log") : path_(std::move(path)) {
+    if (!PathExists(path_.substr(0, 3))) throw std::runtime_error("there is no drive for the log");
+    start_ = ReadBytes(path_).size();
   }
 
   // The messages of the lines since then, without their times.
   std::vector<std::string> Messages() const {
     constexpr std::size_t kMessageStart = 27;  // behind "[", 24 characters of time, "] "
-    std::istringstream tail(ReadBytes(kPath).substr(start_));
+    std::istringstream tail(ReadBytes(path_).substr(start_));
     std::vector<std::string> messages;
     for (std::string line; std::getline(tail, line);)
       messages.push_back(line.size() < kMessageStart ? line : line.substr(kMessageStart));
@@ -29,7 +31,7 @@ class LogTail {
   }
 
  private:
-  static constexpr const wchar_t* kPath = L"D:\\VekCreoAddin.log";
+  std::wstring path_;
   std::size_t start_ = 0;
 };
 

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
+#include <iterator>
 
 #include "addin/host/text_buffer.h"
 #include "addin/operations.h"
@@ -98,6 +100,14 @@ nlohmann::json OperationTest::Succeed(const std::wstring& name, const std::wstri
   return data;
 }
 
+void OperationTest::ExpectAnswer(const std::wstring& name, const std::wstring& arguments,
+                                 const std::wstring& message, const std::wstring& data) {
+  const CreoMcpOperationResult result = Run(name, arguments);
+  EXPECT_TRUE(result.success) << EncodeUtf8(name + L" " + arguments);
+  EXPECT_EQ(EncodeUtf8(result.message), EncodeUtf8(message));
+  EXPECT_EQ(EncodeUtf8(result.dataJson), EncodeUtf8(data));
+}
+
 void OperationTest::ExpectFailure(const std::wstring& name, const std::wstring& arguments,
                                   const std::wstring& message) {
   const CreoMcpOperationResult result = Run(name, arguments);
@@ -183,7 +193,12 @@ std::vector<std::string> OperationTest::CallsSince(std::uint64_t mark,
 }
 
 std::wstring OperationTest::JsonPath(const std::wstring& file) const {
-  return JsonEscape((directory_ / file).wstring());
+  return JsonEscape(Full(file));
+}
+
+std::string OperationTest::Bytes(const std::wstring& file) const {
+  std::ifstream stream(directory_ / file, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
 }  // namespace vek::support

@@ -22,17 +22,18 @@ class OperationTest : public testing::Test {
   void TearDown() override;
 
   // ---- running
-  // ---------------------------------------------------------------------------------------------------
 
   // Runs an operation through the provider, as a batch does.
   CreoMcpOperationResult Run(const std::wstring& name, const std::wstring& arguments = L"{}");
   // The same, with the test failed when the operation fails. Gives its data.
   nlohmann::json Succeed(const std::wstring& name, const std::wstring& arguments = L"{}");
+  // The same, with exactly that message and data.
+  void ExpectAnswer(const std::wstring& name, const std::wstring& arguments, const std::wstring& message,
+                    const std::wstring& data = L"null");
   // The same for an operation that must fail with exactly that message and no data.
   void ExpectFailure(const std::wstring& name, const std::wstring& arguments, const std::wstring& message);
 
   // ---- models
-  // ----------------------------------------------------------------------------------------------------
 
   // A new empty part or assembly by way of the operations; it is active.
   bench::Model& NewPart();
@@ -51,7 +52,6 @@ class OperationTest : public testing::Test {
   std::wstring Block(double width_mm, double height_mm, double depth_mm);
 
   // ---- what came of it
-  // -------------------------------------------------------------------------------------------
 
   // Of the current model: mm³, and the box in mm; 0 and a failed test without a body.
   double Volume();
@@ -61,7 +61,6 @@ class OperationTest : public testing::Test {
   bench::Feature* FeatureNamed(const std::wstring& name);
 
   // ---- the host
-  // --------------------------------------------------------------------------------------------------
 
   bench::Host& host() { return bench::TheHost(); }
   bench::FaultPlan& faults() { return host().faults; }
@@ -72,8 +71,11 @@ class OperationTest : public testing::Test {
 
   // The test's own directory, which is the host's working directory as well; gone with the test.
   const std::filesystem::path& directory() const { return directory_; }
-  // A path in it, escaped for a JSON text.
+  // A path in it, and the same escaped for a JSON text.
+  std::wstring Full(const std::wstring& file) const { return (directory_ / file).wstring(); }
   std::wstring JsonPath(const std::wstring& file) const;
+  // A file in it; empty when there is none.
+  std::string Bytes(const std::wstring& file) const;
 
  private:
   CreoMcpProvider provider_;
