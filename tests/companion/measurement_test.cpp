@@ -8,7 +8,6 @@
 #include "addin/text/utf8.h"
 #include "tests/companion/running_companion.h"
 #include "tests/support/captured_log.h"
-#include "tests/support/companion_aside.h"
 #include "tests/support/operation_fixture.h"
 
 namespace vek {
@@ -43,18 +42,9 @@ class Measurement : public support::OperationTest {
                                                     L",\"radius\":" + support::Number(radius) + L"}");
   }
 
-  // The first face of that type; of planes the one that looks up, as a pick.
-  bench::Picked Face(const std::string& type) {
+  std::string SentForTheCylinder() {
     bench::Model& part = Current();
-    for (const auto& face : part.topology.faces)
-      if (face.type == type && (type != "plane" || face.normal[2] > 0.5))
-        return {{PRO_SURFACE, part.ids_of_keys.at(face.key), bench::Handle(part)}, {}};
-    ADD_FAILURE() << "no " << type;
-    return {};
-  }
-
-  std::string SentFor(const std::string& type) {
-    host().picks.Select({Face(type)});
+    host().picks.Select({{{PRO_SURFACE, part.ids_of_keys.at(Frame().key), bench::Handle(part)}, {}}});
     const std::size_t before = companion_.Received().size();
     CommandFindComponent();
     const auto received = companion_.Received();
@@ -75,51 +65,37 @@ class Measurement : public support::OperationTest {
     return EncodeUtf8(Format(L"%lf, %lf, %lf", start[0], start[1], 0.0));
   }
 
+  // What is sent for the wall of the block's hole.
+  std::string Inward(const std::string& thread, const std::string& standard, const std::string& thread_class,
+                     const std::string& hole_type);
+
   RunningCompanion companion_;
 };
-
-const std::string kHead = "/receive-data ";
-
-TEST_F(Measurement, OfAPlane) {
-  Block(40, 20, 10);
-  // The face on top: 40 x 20 = 800. It is picked in its middle.
-  EXPECT_EQ(SentFor("plane"),
-            kHead + R"({"Area":"800.000000mm","Perimeter":"0.0","Radius":"0.0","Diameter":"0.0",)"
-                    R"("CenterPoint":{"X":"20.000000mm","Y":"10.000000mm","Z":"10.000000mm"},)"
-                    R"("Normal":"0.000000, 0.000000, 1.000000","IsHole":false,"surfaceType":"Plane",)"
-                    R"("SelectedHoleInfo":null})");
-  EXPECT_EQ(support::CountCaptured(L"Measurement data sent successfully"), 1);
-}
 
 // Of a cylinder about z. Where its parameters begin, and so in which direction it is picked and where its
 // origin lies on the axis, is the kernel's choice; all else is worked out by hand. A hole's depth is the way
 // along the axis times the origin, as it has always been: 10 mm along z times the origin's z.
+std::string Measurement::Inward(const std::string& thread, const std::string& standard,
+                                const std::string& thread_class, const std::string& hole_type) {
+  // Wall 2 pi 4 x 10 = 251.327412, both rims 4 pi 4 = 50.265482.
+  return R"(/receive-data {"Area":"251.327412mm","Perimeter":"50.265482mm","Radius":"4.000000mm",)"
+         R"("Diameter":"8.000000mm","CenterPoint":{"X":"30.000000mm","Y":"10.000000mm","Z":")" +
+         Length(Frame().origin[2]) + R"("},"Normal":")" + Inwards() +
+         R"(","IsHole":true,"surfaceType":"Cylinder","SelectedHoleInfo":{"ThreadSize":")" + thread +
+         R"(","HoleDiameter":"8.000000mm","HoleDepth":")" + Length(10 * Frame().origin[2]) +
+         R"(","Standard":")" + standard + R"(","ThreadClass":")" + thread_class + R"(","HoleType":")" +
+         hole_type + R"("}})";
+}
+
 TEST_F(Measurement, OfADrilledHole) {
   DrilledBlock();
-  // Wall 2 pi 4 x 10 = 251.327412, both rims 4 pi 4 = 50.265482.
-  EXPECT_EQ(
-      SentFor("cylinder"),
-      kHead +
-          R"({"Area":"251.327412mm","Perimeter":"50.265482mm","Radius":"4.000000mm","Diameter":"8.000000mm",)"
-          R"("CenterPoint":{"X":"30.000000mm","Y":"10.000000mm","Z":")" +
-          Length(Frame().origin[2]) + R"("},"Normal":")" + Inwards() +
-          R"(","IsHole":true,"surfaceType":"Cylinder","SelectedHoleInfo":{"ThreadSize":"M8.0",)"
-          R"("HoleDiameter":"8.000000mm","HoleDepth":")" +
-          Length(10 * Frame().origin[2]) +
-          R"(","Standard":"Standard","ThreadClass":"Standard Thread","HoleType":"Straight Cylindrical"}})");
+  EXPECT_EQ(SentForTheCylinder(), Inward("M8.0", "Standard", "Standard Thread", "Straight Cylindrical"));
+  EXPECT_EQ(support::CountCaptured(L"Measurement data sent successfully"), 1);
 }
 
 TEST_F(Measurement, OfAnInwardCylinderThatNoHoleMade) {
   CutBlock();
-  EXPECT_EQ(
-      SentFor("cylinder"),
-      kHead +
-          R"({"Area":"251.327412mm","Perimeter":"50.265482mm","Radius":"4.000000mm","Diameter":"8.000000mm",)"
-          R"("CenterPoint":{"X":"30.000000mm","Y":"10.000000mm","Z":")" +
-          Length(Frame().origin[2]) + R"("},"Normal":")" + Inwards() +
-          R"(","IsHole":true,"surfaceType":"Cylinder","SelectedHoleInfo":{"ThreadSize":"",)"
-          R"("HoleDiameter":"8.000000mm","HoleDepth":")" +
-          Length(10 * Frame().origin[2]) + R"(","Standard":"","ThreadClass":"","HoleType":""}})");
+  EXPECT_EQ(SentForTheCylinder(), Inward("", "", "", ""));
 }
 
 TEST_F(Measurement, OfAnOutwardCylinderInAModelInInches) {
@@ -129,46 +105,11 @@ TEST_F(Measurement, OfAnOutwardCylinderInAModelInInches) {
   // 8107.319666, both rims 4 pi 25.4 = 319.185814. Divided by 25.4: 1, 319.185814, 12.566371.
   Current().length_unit = bench::LengthUnit::kInch;
   Succeed(L"api_document_rebuild");
-  const std::string sent = SentFor("cylinder");
+  const std::string sent = SentForTheCylinder();
   EXPECT_TRUE(sent.starts_with(
-      kHead +
-      R"({"Area":"319.185814in","Perimeter":"12.566371in","Radius":"1.000000in","Diameter":"2.000000in",)"))
+      R"(/receive-data {"Area":"319.185814in","Perimeter":"12.566371in","Radius":"1.000000in","Diameter":"2.000000in",)"))
       << sent;
   EXPECT_TRUE(sent.ends_with(R"("IsHole":false,"surfaceType":"Cylinder","SelectedHoleInfo":null})")) << sent;
-}
-
-TEST_F(Measurement, AsksForAFaceWhenNoneIsSelected) {
-  Block(40, 20, 10);
-  host().picks.PickNext(Face("plane"));
-  CommandFindComponent();
-  EXPECT_EQ(companion_.Received().size(), 1u);
-  EXPECT_EQ(support::CountCaptured(L"No current face selection found, prompting user to select face"), 1);
-
-  host().picks.PickNext(std::nullopt);
-  CommandFindComponent();
-  EXPECT_EQ(companion_.Received().size(), 1u);
-  ASSERT_EQ(host().ui.Messages().size(), 1u);
-  EXPECT_EQ(host().ui.Messages()[0].text, L"No faces selected");
-}
-
-TEST_F(Measurement, EveryCallThatFailsLeavesNothingBehind) {
-  DrilledBlock();
-  const bench::Picked hole = Face("cylinder");
-  const auto run = [&] {
-    host().picks.Select({hole});
-    FaceMeasurement measurement;
-    return MeasureFromSelectionBuffer(measurement);
-  };
-  const auto mark = host().journal.Mark();
-  EXPECT_EQ(run(), 2);
-  const std::size_t calls = CallsSince(mark).size();
-  ASSERT_GT(calls, 15u);
-  for (std::size_t nth = 1; nth <= calls; ++nth) {
-    faults().FailNumber(static_cast<int>(nth), -1);
-    run();
-    faults().Clear();
-    EXPECT_TRUE(host().ledger.Outstanding().empty()) << "call " << nth;
-  }
 }
 
 }  // namespace

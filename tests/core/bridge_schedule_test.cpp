@@ -28,9 +28,13 @@ constexpr int kBatchesEach = 8;
 constexpr int kNeverGivenUp = std::numeric_limits<int>::max();
 
 struct Counts {
-  int answered = 0;
-  int timed_out = 0;
-  int refused = 0;
+  int answered = 0, timed_out = 0, refused = 0;
+
+  void operator+=(const Counts& more) {
+    answered += more.answered;
+    timed_out += more.timed_out;
+    refused += more.refused;
+  }
 };
 
 // Some server threads submit numbered batches to a main thread that pumps and does what the host can make it
@@ -98,11 +102,7 @@ class Round {
 
   Counts Total() const {
     Counts total;
-    for (const Counts& counts : counts_) {
-      total.answered += counts.answered;
-      total.timed_out += counts.timed_out;
-      total.refused += counts.refused;
-    }
+    for (const Counts& counts : counts_) total += counts;
     return total;
   }
 
@@ -175,9 +175,7 @@ Counts RunRounds(int rounds, int submitters, std::chrono::milliseconds longest_w
     round.Run();
     const Counts counts = round.Total();
     EXPECT_EQ(counts.answered + counts.timed_out + counts.refused, submitters * kBatchesEach);
-    total.answered += counts.answered;
-    total.timed_out += counts.timed_out;
-    total.refused += counts.refused;
+    total += counts;
   }
   std::printf("%d rounds, of their batches %d answered, %d timed out, %d refused\n", made, total.answered,
               total.timed_out, total.refused);

@@ -1,37 +1,10 @@
-// What the companion application is sent, character by character, and the words and numbers in it.
+// Words and numbers of what the companion application is sent.
 #include <gtest/gtest.h>
 
-#include "addin/companion/companion_messages.h"
 #include "addin/companion/measurement_text.h"
 
 namespace vek {
 namespace {
-
-TEST(CompanionMessages, AreComposedFieldByFieldWithoutEscaping) {
-  EXPECT_EQ(FilePathMessage(LR"(C:\work\part.prt.1)"), LR"({"filePath":"C:/work/part.prt.1"})");
-
-  FaceMeasurement face;
-  face.area = L"100.000000mm";
-  face.perimeter = face.radius = face.diameter = L"0.0";
-  face.normal = L"0.000000, 0.000000, 1.000000";
-  face.surfaceType = L"Plane";
-  EXPECT_EQ(FaceMeasurementMessage(face),
-            LR"({"Area":"100.000000mm","Perimeter":"0.0","Radius":"0.0","Diameter":"0.0",)"
-            LR"("CenterPoint":{"X":"0.0","Y":"0.0","Z":"0.0"},"Normal":"0.000000, 0.000000, 1.000000",)"
-            LR"("IsHole":false,"surfaceType":"Plane","SelectedHoleInfo":null})");
-  face.isHole = true;
-  face.threadSize = L"M8.0";
-  face.holeDiameter = L"8.000000mm";
-  face.holeDepth = L"20.000000mm";
-  face.standard = L"Standard";
-  face.threadClass = L"Standard Thread";
-  face.holeType = L"Straight Cylindrical";
-  const std::wstring message = FaceMeasurementMessage(face);
-  EXPECT_EQ(message.substr(message.find(L"\"IsHole\"")),
-            LR"("IsHole":true,"surfaceType":"Plane","SelectedHoleInfo":{"ThreadSize":"M8.0",)"
-            LR"("HoleDiameter":"8.000000mm","HoleDepth":"20.000000mm","Standard":"Standard",)"
-            LR"("ThreadClass":"Standard Thread","HoleType":"Straight Cylindrical"}})");
-}
 
 TEST(MeasurementTexts, TakeEveryValueForMillimetres) {
   EXPECT_EQ(FormatLength(25.4, L"in"), L"1.000000in");
@@ -41,17 +14,11 @@ TEST(MeasurementTexts, TakeEveryValueForMillimetres) {
   EXPECT_EQ(FormatLength(15, L"furlong"), L"15.000000mm");
 }
 
+// The "meter" in a name in full is found first.
 TEST(MeasurementTexts, FindTheUnitByItsShortName) {
-  const std::pair<const wchar_t*, const wchar_t*> cases[] = {{L"mm", L"mm"},
-                                                             {L"in", L"in"},
-                                                             {L"INCH", L"in"},
-                                                             {L"cm", L"cm"},
-                                                             {L"m", L"mm"},
-                                                             // The "meter" in a name in full is found first.
-                                                             {L"millimeter", L"m"},
-                                                             {L"Centimeter", L"m"},
-                                                             {L"m kg s", L"m"},
-                                                             {L"", L"mm"}};
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+      {L"mm", L"mm"},        {L"in", L"in"},        {L"INCH", L"in"},  {L"cm", L"cm"}, {L"m", L"mm"},
+      {L"millimeter", L"m"}, {L"Centimeter", L"m"}, {L"m kg s", L"m"}, {L"", L"mm"}};
   for (const auto& [name, unit] : cases) EXPECT_EQ(LengthUnitWord(name), unit) << name;
 }
 

@@ -133,17 +133,5 @@ TEST(SectionNames, AreLettersThenNumbersThenTheClock) {
   EXPECT_EQ(FreeSectionName(1'234'567, is_taken), L"S34567");
 }
 
-TEST(TemplateNames, StandBetweenTheLastSeparatorAndTheLastDot) {
-  const struct {
-    const wchar_t *path, *name;
-  } cases[] = {{L"a3", L"a3"},
-               {L"C:\\lib/a3.old.drw", L"a3.old"},
-               {L"C:/lib\\a3.drw", L"a3"},
-               {L"lib\\.drw", L".drw"},
-               {L"C:\\lib\\", L""},
-               {L"", L""}};
-  for (const auto& [path, name] : cases) EXPECT_EQ(TemplateNameByHand(path), name) << path;
-}
-
 }  // namespace
 }  // namespace vek::drawing

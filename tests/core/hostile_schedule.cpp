@@ -89,20 +89,10 @@ std::string HostileSchedule::Name() const {
 void MeetingPoint() {
   Generator* const drawing = TheGenerator();
   if (!drawing) return;
-  const std::uint32_t drawn = drawing->Next();
-  switch (drawn % 16) {
-    case 0:
-    case 1:
-    case 2:
-      return std::this_thread::yield();
-    case 3:
-    case 4:
-      return HoldUp(std::chrono::nanoseconds(drawn >> 17));  // up to 33 µs
-    case 5:
-      return std::this_thread::sleep_for(std::chrono::microseconds(drawn >> 24));  // up to 255 µs
-    default:
-      return;
-  }
+  const std::uint32_t drawn = drawing->Next(), way = drawn % 16;
+  if (way < 3) return std::this_thread::yield();
+  if (way < 5) return HoldUp(std::chrono::nanoseconds(drawn >> 17));                        // up to 33 µs
+  if (way < 6) return std::this_thread::sleep_for(std::chrono::microseconds(drawn >> 24));  // up to 255 µs
 }
 
 unsigned Drawn(unsigned limit) {

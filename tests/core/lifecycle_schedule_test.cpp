@@ -21,7 +21,9 @@ using namespace std::chrono_literals;
 using support::Drawn;
 using support::HostileSchedule;
 using support::MeetingPoint;
+using support::ParseAnswer;
 using support::RawConnection;
+using support::RequestText;
 
 // Each call begins and ends late now and then.
 class HostileSockets : public support::PosixSockets {
@@ -64,9 +66,9 @@ class HostileSockets : public support::PosixSockets {
 void ExpectOneAnswerOrNone(const std::string& answer, std::initializer_list<int> statuses,
                            const std::string& part) {
   if (answer.empty()) return;
-  const int status = support::StatusOf(answer);
+  const int status = ParseAnswer(answer).status;
   EXPECT_TRUE(std::find(statuses.begin(), statuses.end(), status) != statuses.end()) << answer;
-  const std::string body = support::BodyOf(answer);
+  const std::string body = ParseAnswer(answer).body;
   EXPECT_NE(answer.find("Content-Length: " + std::to_string(body.size()) + "\r\n"), std::string::npos)
       << answer;
   if (status == 200) EXPECT_NE(body.find(part), std::string::npos) << answer;
@@ -96,7 +98,7 @@ class Clients {
  private:
   void Do(RawConnection& client, const std::string& number) {
     const std::string batch =
-        support::Post("/execute", R"({"operations":{"echo":{"number":)" + number + "}}}");
+        RequestText("POST", "/execute", R"({"operations":{"echo":{"number":)" + number + "}}}");
     switch (Drawn(6)) {
       case 0:
         return Ask(client, "GET /health HTTP/1.1\r\n\r\n", {200, 503}, R"("addinReachable":true)");

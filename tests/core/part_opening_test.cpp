@@ -13,29 +13,25 @@
 namespace vek {
 namespace {
 
+using support::ParseAnswer;
+using support::RequestText;
+
 const ServerLog kNoLog = [](std::wstring_view) {};
 
 TEST(FlatFields, TakeTheFirstTextualHitWhateverItsNesting) {
   const struct {
-    const wchar_t* text;
-    const wchar_t* value;
+    const wchar_t *text, *value;
   } cases[] = {
-      {LR"({"a":"x"})", L"x"},
       {LR"({"b":{"a": "deep"},"a":"later"})", L"deep"},
       {LR"({"a" : "blank before the colon"})", L"blank before the colon"},
       {LR"({"a" :"only if there is no other","a":"this"})", L"this"},
-      {LR"({"a":"C:\\x\\y.prt","b":1})", LR"(C:\\x\\y.prt)"},
       {LR"({"a":"say \"so\"","b":1})", LR"(say \"so\")"},
       {LR"({"a":"unclosed)", L"unclosed"},
       {LR"({"a":"ends in \)", LR"(ends in \)"},
       {L"{\"a\":\t 12.5 \r\n}", L"12.5"},
       {LR"({"a":{"x":1,"y":2}})", LR"({"x":1)"},
-      {LR"({"a":[1,2]})", L"[1"},
-      {LR"({"A":"other case"})", L""},
       {LR"({"a":   )", L""},
       {LR"({"a"  :"two blanks"})", L""},
-      {LR"({"a":""})", L""},
-      {L"", L""},
   };
   for (const auto& [text, value] : cases) EXPECT_EQ(ReadFlatField(text, L"a"), value) << text;
   EXPECT_EQ(ReadFlatField(LR"({"a":"","Second":"2"})", L"a", L"Second"), L"2");
@@ -82,7 +78,7 @@ class PartOpeningRoute : public testing::Test {
   }
   ~PartOpeningRoute() override { std::filesystem::remove(file_); }
 
-  std::string PostBody(const std::string& body) { return running_.Exchange(support::Post("/", body)); }
+  std::string PostBody(const std::string& body) { return running_.Exchange(RequestText("POST", "/", body)); }
 
   support::RunningServer running_;
   std::optional<FileDownloadInfo> taken_;
@@ -113,8 +109,8 @@ TEST_F(PartOpeningRoute, AnswersByWhatTheRequestNames) {
   };
   for (const auto& [body, status, answer] : cases) {
     const std::string got = PostBody(body);
-    EXPECT_EQ(support::StatusOf(got), status) << body;
-    EXPECT_EQ(support::BodyOf(got), answer) << body;
+    EXPECT_EQ(ParseAnswer(got).status, status) << body;
+    EXPECT_EQ(ParseAnswer(got).body, answer) << body;
     EXPECT_NE(got.find("Content-Type: text/html\r\n"), std::string::npos) << body;
   }
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <stdexcept>
 
 #include "tests/support/captured_log.h"
@@ -41,9 +40,6 @@ TEST_F(Provider, FillsMissingNamesAndKeepsTheOthers) {
 
   const auto names = provider_.ListOperations();
   ASSERT_EQ(names.size(), 81u);  // none comes twice
-  EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
-  EXPECT_EQ(names.front(), L"api_analysis_bounding_box");
-  EXPECT_EQ(names.back(), L"api_sketch_text_native");
   EXPECT_EQ(provider_.Dispatch(L"api_macro_run", L"{}").message, L"mine");
   ExpectFailure(provider_.Dispatch(L"api_macro_list", L"{}"),
                 L"Operation 'api_macro_list' is not implemented by the Creo provider yet.");

@@ -11,6 +11,7 @@
 #include "addin/server/main_thread_bridge.h"
 #include "addin/server/provider.h"
 #include "addin/server/web_server.h"
+#include "tests/support/http_text.h"
 #include "tests/support/posix_sockets.h"
 #include "tests/support/raw_connection.h"
 
@@ -77,20 +78,5 @@ struct RunningServer {
     return client.ReadToEnd(kPatience);
   }
 };
-
-inline std::string Post(std::string_view path, std::string_view body) {
-  return "POST " + std::string(path) + " HTTP/1.1\r\nContent-Length: " + std::to_string(body.size()) +
-         "\r\n\r\n" + std::string(body);
-}
-
-inline std::string BodyOf(const std::string& answer) {
-  const auto blank_line = answer.find("\r\n\r\n");
-  return blank_line == std::string::npos ? std::string() : answer.substr(blank_line + 4);
-}
-
-// The status code of an answer, 0 when it is none.
-inline int StatusOf(const std::string& answer) {
-  return answer.rfind("HTTP/1.1 ", 0) == 0 ? std::stoi(answer.substr(9, 3)) : 0;
-}
 
 }  // namespace vek::support

@@ -7,10 +7,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <stdexcept>
 
 namespace vek::endtoend {
@@ -29,12 +27,8 @@ std::vector<pid_t> ProcessesOfBenches(const std::string& name) {
   const std::string mark = "VEK_ENDTOEND=" + std::to_string(getpid());
   std::vector<pid_t> processes;
   for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-    std::ifstream named(entry.path() / "comm");
-    std::string text;
-    if (!std::getline(named, text) || text != name) continue;
-    std::ifstream environment(entry.path() / "environ", std::ios::binary);
-    const std::string variables((std::istreambuf_iterator<char>(environment)), {});
-    if (variables.find(mark) != std::string::npos)
+    if (BytesOf(entry.path() / "comm") == name + "\n" &&
+        BytesOf(entry.path() / "environ").find(mark) != std::string::npos)
       processes.push_back(std::stoi(entry.path().filename().string()));
   }
   return processes;
@@ -45,23 +39,52 @@ std::string BenchHome() {
   return home != nullptr ? home : std::string(VEK_SOURCE_DIR) + "/build/bench";
 }
 
-std::string LogText() {
-  std::ifstream stream(LogPath(), std::ios::binary);
+std::vector<std::string> LinesOf(const std::filesystem::path& file) {
+  std::vector<std::string> lines;
+  std::ifstream stream(file);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+std::string BytesOf(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+std::string LogText() {
+  return BytesOf(LogPath());
+}
+
 std::vector<std::string> LogLines() {
-  std::vector<std::string> lines;
-  std::istringstream stream(LogText());
-  for (std::string line; std::getline(stream, line);) {
-    const auto stamp_end = line.find("] ");
-    lines.push_back(stamp_end == std::string::npos ? line : line.substr(stamp_end + 2));
-  }
+  std::vector<std::string> lines = LinesOf(LogPath());
+  for (std::string& line : lines)
+    if (const auto stamp_end = line.find("] "); stamp_end != std::string::npos) line.erase(0, stamp_end + 2);
   return lines;
 }
 
 void RemoveLog() {
   std::filesystem::remove(LogPath());
+}
+
+InstalledAddin::InstalledAddin(const std::filesystem::path& folder) : folder_(folder) {
+  const std::filesystem::path root(VEK_SOURCE_DIR);
+  std::filesystem::remove_all(folder_);
+  std::filesystem::create_directories(folder_);
+  std::filesystem::copy(root / "build/windows/addin/VekCreoAddin.dll", folder_);
+  std::filesystem::copy(root / "deploy/welcome.html", folder_);
+  std::filesystem::copy(root / "build/windows/tests/platform/note_arguments.exe", Helper());
+}
+
+std::map<std::string, std::string> InstalledAddin::Environment() const {
+  return {{"VEK_BENCH_ADDIN", (folder_ / "VekCreoAddin.dll").string()}};
+}
+
+std::vector<std::string> InstalledAddin::HelperCalls() const {
+  std::vector<std::string> calls;
+  for (const std::string& line : LinesOf(Helper().string() + ".noted"))
+    if (const auto argument = line.find(" --"); argument != std::string::npos)
+      calls.push_back(line.substr(argument + 1, line.find_last_not_of('\r') - argument));
+  return calls;
 }
 
 BenchProcess::BenchProcess(const std::map<std::string, std::string>& environment) {

@@ -4,6 +4,7 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
@@ -41,12 +42,31 @@ class BenchProcess {
   std::string unread_;
 };
 
+// The add-in installed in a folder of its own, emptied first, with a helper beside it that notes how it is
+// called.
+class InstalledAddin {
+ public:
+  explicit InstalledAddin(const std::filesystem::path& folder);
+
+  std::map<std::string, std::string> Environment() const;
+  std::filesystem::path Helper() const { return folder_ / "VekAI.Creo.AddinHelper.exe"; }
+  // The arguments that the helper was called with, in their order.
+  std::vector<std::string> HelperCalls() const;
+
+ private:
+  std::filesystem::path folder_;
+};
+
 // The processes of that name that came of this test program's benches: kernels, companions, and the benches
 // themselves.
 std::vector<pid_t> ProcessesOfBenches(const std::string& name);
 
 // The folder that the bench keeps everything in, its drive D among it.
 std::string BenchHome();
+
+// A file as lines and as bytes; empty when it can't be read.
+std::vector<std::string> LinesOf(const std::filesystem::path& file);
+std::string BytesOf(const std::filesystem::path& file);
 
 // The log of the add-in, whole, and without its time stamps line by line.
 std::string LogText();

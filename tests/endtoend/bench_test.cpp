@@ -4,21 +4,6 @@ namespace vek::endtoend {
 
 std::unique_ptr<BenchProcess> BenchTest::bench_;
 
-Answer ParseAnswer(const std::string& bytes) {
-  Answer answer;
-  const auto blank_line = bytes.find("\r\n\r\n");
-  if (bytes.rfind("HTTP/1.1 ", 0) != 0 || blank_line == std::string::npos) return answer;
-  answer.status = std::stoi(bytes.substr(9, 3));
-  answer.head = bytes.substr(0, blank_line);
-  answer.body = bytes.substr(blank_line + 4);
-  return answer;
-}
-
-std::string RequestText(const std::string& method, const std::string& path, const std::string& body) {
-  return method + " " + path +
-         " HTTP/1.1\r\nHost: localhost\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
-}
-
 Answer Request(const std::string& method, const std::string& path, const std::string& body,
                std::chrono::milliseconds limit) {
   support::RawConnection connection(kPort);
@@ -28,6 +13,25 @@ Answer Request(const std::string& method, const std::string& path, const std::st
 
 Answer Execute(const std::string& operations) {
   return Request("POST", "/execute", "{\"operations\":" + operations + "}");
+}
+
+std::string Succeed(const std::string& operations) {
+  const std::string body = Execute(operations).body;
+  EXPECT_NE(body.find("\"success\":true"), std::string::npos) << body;
+  EXPECT_EQ(body.find("\"success\":false"), std::string::npos) << body;
+  return body;
+}
+
+std::string BlockOf(int x, int y, int z, const std::string& sketch) {
+  const std::string name = "\"" + sketch + "\"";
+  return R"({"api_document_new_part":{},"api_sketch_create":{"plane":"XY","name":)" + name +
+         R"(},"api_sketch_rectangle_two_points":{"x1":0,"y1":0,"x2":)" + std::to_string(x) + R"(,"y2":)" +
+         std::to_string(y) + R"(,"sketch_name":)" + name + R"(},"api_feature_extrude":{"distance_mm":)" +
+         std::to_string(z) + R"(,"sketch_name":)" + name + "}}";
+}
+
+void ExpectHolds(const std::string& text, const std::string& part) {
+  EXPECT_NE(text.find(part), std::string::npos) << "no " << part << "\nin " << text;
 }
 
 void BenchTest::SetUpTestSuite() {

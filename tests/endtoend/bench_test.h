@@ -10,28 +10,30 @@
 #include <utility>
 
 #include "tests/endtoend/bench_process.h"
+#include "tests/support/http_text.h"
 #include "tests/support/raw_connection.h"
 
 namespace vek::endtoend {
 
 inline constexpr int kPort = 4001;
 
-struct Answer {
-  int status = 0;    // 0 when the connection closed without an answer
-  std::string head;  // status line and headers
-  std::string body;
-};
-
-// Takes an answer apart.
-Answer ParseAnswer(const std::string& bytes);
+using support::Answer;
+using support::ParseAnswer;
+using support::RequestText;
 
 // One request with a body and its length, and the answer to it.
 Answer Request(const std::string& method, const std::string& path, const std::string& body = {},
                std::chrono::milliseconds limit = std::chrono::seconds(20));
 Answer Execute(const std::string& operations);
 
-// A request as bytes.
-std::string RequestText(const std::string& method, const std::string& path, const std::string& body);
+// Carries operations out, which must succeed; the answer's body.
+std::string Succeed(const std::string& operations);
+// Operations that make a new part with a block of that size with a corner in the origin, from a sketch of
+// that name; names of sketches are told apart over the whole session.
+std::string BlockOf(int x, int y, int z, const std::string& sketch);
+
+// That the text holds the part.
+void ExpectHolds(const std::string& text, const std::string& part);
 
 // One bench for all tests of a suite. After each test, the console's ledger must be clean.
 class BenchTest : public testing::Test {

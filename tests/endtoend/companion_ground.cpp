@@ -1,7 +1,6 @@
 #include "tests/endtoend/companion_ground.h"
 
 #include <algorithm>
-#include <fstream>
 #include <thread>
 
 namespace vek::endtoend {
@@ -43,13 +42,6 @@ fs::path SessionsFile() {
   return fs::path(BenchHome()) / "sessions.log";
 }
 
-std::vector<std::string> LinesOf(const fs::path& file) {
-  std::vector<std::string> lines;
-  std::ifstream stream(file);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
-}
-
 bool ComesTrue(const std::function<bool()>& condition, std::chrono::seconds limit) {
   const auto end = std::chrono::steady_clock::now() + limit;
   while (!condition()) {
@@ -57,10 +49,6 @@ bool ComesTrue(const std::function<bool()>& condition, std::chrono::seconds limi
     std::this_thread::sleep_for(20ms);
   }
   return true;
-}
-
-void ExpectHolds(const std::string& text, const std::string& part) {
-  EXPECT_NE(text.find(part), std::string::npos) << "no " << part << "\nin " << text;
 }
 
 bool IsLogged(const std::string& line) {
@@ -108,9 +96,7 @@ std::string CompanionCircle::InJson(const std::string& file) {
 }
 
 std::string CompanionCircle::Run(const std::string& operation, const std::string& arguments) {
-  const std::string body = Execute("{\"" + operation + "\":" + arguments + "}").body;
-  ExpectHolds(body, "\"success\":true");
-  return body;
+  return Succeed("{\"" + operation + "\":" + arguments + "}");
 }
 
 void CompanionCircle::Activate(const std::string& name) {
@@ -118,11 +104,7 @@ void CompanionCircle::Activate(const std::string& name) {
 }
 
 void CompanionCircle::MakeBlock(const std::string& name, int height) {
-  const std::string sketch = "\"sketch_name\":" + Quoted(name);
-  Run("api_document_new_part");
-  Run("api_sketch_create", R"({"plane":"XY","name":)" + Quoted(name) + "}");
-  Run("api_sketch_rectangle_two_points", R"({"x1":0,"y1":0,"x2":10,"y2":10,)" + sketch + "}");
-  Run("api_feature_extrude", R"({"distance_mm":)" + std::to_string(height) + "," + sketch + "}");
+  Succeed(BlockOf(10, 10, height, name));
   Run("api_document_save_as", "{\"file_path\":" + Quoted(InJson(name + ".prt")) + "}");
 }
 

@@ -15,10 +15,8 @@ namespace vek::endtoend {
 std::filesystem::path ReceivedFile();
 std::filesystem::path AnswersFile();
 std::filesystem::path SessionsFile();
-std::vector<std::string> LinesOf(const std::filesystem::path& file);
 
 bool ComesTrue(const std::function<bool()>& condition, std::chrono::seconds limit = std::chrono::seconds(20));
-void ExpectHolds(const std::string& text, const std::string& part);
 bool IsLogged(const std::string& line);
 void AwaitLogged(const std::string& line);
 

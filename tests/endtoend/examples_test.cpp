@@ -93,13 +93,5 @@ TEST_F(Examples, AnswerAsTheCatalogueSays) {
   std::filesystem::remove_all(Folder());
 }
 
-TEST_F(Examples, AreThereForEveryOperationOfHealth) {
-  std::set<std::string> told, listed;
-  for (const catalogue::Entry& entry : catalogue::Entries()) told.insert(entry.name);
-  const Json health = Json::parse(Request("GET", "/health").body);
-  listed.insert(health.at("registeredOperations").begin(), health.at("registeredOperations").end());
-  EXPECT_EQ(told, listed);
-}
-
 }  // namespace
 }  // namespace vek::endtoend

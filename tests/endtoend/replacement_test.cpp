@@ -12,15 +12,8 @@ namespace {
 // The whole circle in an assembly that places a model of 10 x 10 x 10 mm twice, and twice a sub-assembly
 // with one more; a model of 10 x 10 x 20 mm takes its places.
 struct Circle {
-  const char* command;
-  const char* endpoint;
-  const char* old_model;
-  const char* old_file;
-  const char* new_model;
-  const char* new_file;
-  const char* broken_file;
-  const char* failure;
-  const char* success;
+  const char *command, *endpoint, *old_model, *old_file, *new_model, *new_file, *broken_file, *failure,
+      *success;
 };
 
 class Replacement : public CompanionCircle {

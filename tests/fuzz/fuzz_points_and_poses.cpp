@@ -18,13 +18,12 @@ namespace {
 using vek::sketch::PlanePoint;
 using Points = std::vector<PlanePoint>;
 
+bool IsNumber(const json& value) {
+  return value.is_number();
+}
+
 bool IsPoint(const json& value) {
-  if (value.is_array()) {
-    if (value.size() < 2) return false;
-    for (const json& number : value)
-      if (!number.is_number()) return false;
-    return true;
-  }
+  if (value.is_array()) return value.size() >= 2 && std::ranges::all_of(value, IsNumber);
   if (!value.is_object() || !value.contains("x") || !value.contains("y")) return false;
   for (const auto& [key, number] : value.items())
     if (!number.is_number() || key.find_first_of("[]{}\"\\") != std::string::npos) return false;
@@ -32,17 +31,11 @@ bool IsPoint(const json& value) {
 }
 
 bool IsListOfPoints(const json& value) {
-  if (!value.is_array()) return false;
-  for (const json& point : value)
-    if (!IsPoint(point)) return false;
-  return true;
+  return value.is_array() && std::ranges::all_of(value, IsPoint);
 }
 
 bool IsListOfContours(const json& value) {
-  if (!value.is_array()) return false;
-  for (const json& contour : value)
-    if (!IsListOfPoints(contour)) return false;
-  return true;
+  return value.is_array() && std::ranges::all_of(value, IsListOfPoints);
 }
 
 bool IsTransform(const json& value) {

@@ -49,25 +49,9 @@ class TreeMutation {
   json& AnyPlace() { return *places_[random_() % places_.size()]; }
 
   json EdgeValue() {
-    static const std::vector<json> values{nullptr,
-                                          true,
-                                          false,
-                                          0,
-                                          1,
-                                          -1,
-                                          0.5,
-                                          1e-300,
-                                          1.7e308,
-                                          2147483647,
-                                          2147483648u,
-                                          4294967337u,
-                                          -1.7e308,
-                                          "",
-                                          "\xC3\xA9\n",
-                                          "1e400",
-                                          json::array(),
-                                          json::object(),
-                                          0xFFFFFFFFFFFFFFFFu};
+    static const json values = json::parse(
+        R"([null, true, false, 0, 1, -1, 0.5, 1e-300, 1.7e308, 2147483647, 2147483648, 4294967337, -1.7e308,
+            "", "\u00e9\n", "1e400", [], {}, 18446744073709551615])");
     return values[random_() % values.size()];
   }
 

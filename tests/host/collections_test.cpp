@@ -1,9 +1,9 @@
+// Arrays, and collections of curves and surfaces.
 #include <ProArray.h>
 #include <ProReference.h>
 #include <ProSelection.h>
 #include <gmock/gmock.h>
 
-#include "bench/host/calls/element_handles.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
@@ -39,51 +39,11 @@ class CollectionsTest : public support::FeatureTest {
     EXPECT_EQ(ProReferenceFree(reference), kYes);
     return status;
   }
-  void Add(ProCollection collection, int type, ProModelitem item) {
-    const ProCrvcollinstr instruction = NewInstruction(type);
-    EXPECT_EQ(AddReference(instruction, item), kYes);
-    EXPECT_EQ(ProCrvcollectionInstructionAdd(collection, instruction), kYes);
-  }
-  // The ids of the curves and edges that come of a collection.
-  std::vector<int> Regenerate(ProCollection collection) {
-    ProSelection* selections = nullptr;
-    int count = 0;
-    EXPECT_EQ(ProCrvcollectionRegenerate(collection, &selections, &count), kYes);
-    std::vector<int> ids;
-    for (int i = 0; i < count; ++i) {
-      ProModelitem item{};
-      EXPECT_EQ(ProSelectionModelitemGet(selections[i], &item), kYes);
-      ids.push_back(item.id);
-    }
-    EXPECT_EQ(ProSelectionarrayFree(selections), kYes);
-    return ids;
-  }
-  std::vector<int> CurvesOf(const ProFeature& sketch) {
-    std::vector<int> ids;
-    for (const GeometryItem& item : part_->FindFeature(sketch.id)->items)
-      if (item.type == PRO_CURVE) ids.push_back(item.id);
-    return ids;
-  }
 };
-
-TEST_F(CollectionsTest, CurveInstructionsGiveEachItemOnce) {
-  const ProFeature plate = Plate();
-  const auto sides = CurvesOf(plate);
-  ASSERT_EQ(sides.size(), 4u);
-  ProCollection collection = NewCurves();
-  ProSelection* selections = nullptr;
-  int count = 0;
-  EXPECT_EQ(ProCrvcollectionRegenerate(collection, &selections, &count), PRO_TK_E_NOT_FOUND);
-  Add(collection, 101, {PRO_CURVE, sides[2], Handle(*part_)});
-  Add(collection, 108, plate);
-  EXPECT_EQ(ProCrvcollectionInstructionAdd(collection, NewInstruction(114)), kYes);
-  EXPECT_THAT(Regenerate(collection), ElementsAre(sides[2], sides[0], sides[1], sides[3]));
-  EXPECT_EQ(ProCollectionFree(&collection), kYes);
-}
 
 TEST_F(CollectionsTest, TakeOnlyWhatMakesSense) {
   const ProFeature plate = Plate();
-  const ProModelitem curve{PRO_CURVE, CurvesOf(plate).front(), Handle(*part_)};
+  const ProModelitem curve{PRO_CURVE, ItemOf(PRO_CURVE, "").id, part_};
   ProCrvcollinstr refused = nullptr;
   ProSrfcollinstr surfaces = nullptr;
   for (const int type : {100, 102, 999})
@@ -126,15 +86,13 @@ TEST_F(CollectionsTest, BelongToWhatTheyWereAddedTo) {
                                             HasSubstr("frees an already freed collection")));
 }
 
-TEST_F(CollectionsTest, GoIntoElementsWithAllThatIsInThem) {
-  const ProModelitem right = PlaneOf(*part_, L"RIGHT");
-  const ProReference reference = Refer(right);
+TEST_F(CollectionsTest, OfAnElementAreItsTrees) {
+  const ProReference reference = Refer(PlaneOf(*part_, L"RIGHT"));
   ProCollection collection = nullptr;
   ProSrfcollinstr single = nullptr;
   ProSrfcollref surface = nullptr;
   ASSERT_EQ(ProSrfcollectionAlloc(&collection), kYes);
   ASSERT_EQ(ProSrfcollinstrAlloc(static_cast<ProSrfcollinstrType>(1), PRO_B_FALSE, &single), kYes);
-  EXPECT_EQ(ProSrfcollinstrIncludeSet(single, PRO_B_TRUE), kYes);
   EXPECT_EQ(ProSrfcollectionInstructionAdd(collection, single), PRO_TK_BAD_INPUTS) << "no surface yet";
   ASSERT_EQ(ProSrfcollrefAlloc(static_cast<ProSrfcollrefType>(1), reference, &surface), kYes);
   EXPECT_EQ(ProSrfcollinstrReferenceAdd(single, surface), kYes);
@@ -146,16 +104,62 @@ TEST_F(CollectionsTest, GoIntoElementsWithAllThatIsInThem) {
   ASSERT_EQ(ProElementAlloc(387, &integer), kYes);
   EXPECT_EQ(ProElementCollectionSet(integer, collection), PRO_TK_INVALID_TYPE);
   EXPECT_EQ(ProElementCollectionSet(element, collection), kYes);
-  const CollectionInstruction& held =
-      std::get<Collection>(UseElement(element)->node->value).instructions.at(0);
-  EXPECT_TRUE(held.include);
-  EXPECT_EQ(held.items.at(0).id, right.id);
-
   // The collection is the tree's, and freeing it all the same is no mistake, even behind the tree.
   EXPECT_EQ(ProElementFree(&element), kYes);
   EXPECT_EQ(ProElementFree(&integer), kYes);
   EXPECT_THAT(host().ledger.Outstanding(), IsEmpty());
   EXPECT_EQ(ProCollectionFree(&collection), kYes);
+}
+
+class ArraysTest : public support::BenchTest {
+ protected:
+  ProArray Allocate(int count, int reallocation = 1) {
+    ProArray array = nullptr;
+    EXPECT_EQ(ProArrayAlloc(count, sizeof(int), reallocation, &array), PRO_TK_NO_ERROR);
+    return array;
+  }
+  std::vector<int> Contents(ProArray array) {
+    int count = -1;
+    EXPECT_EQ(ProArraySizeGet(array, &count), PRO_TK_NO_ERROR);
+    const int* first = static_cast<int*>(array);
+    return {first, first + count};
+  }
+};
+
+TEST_F(ArraysTest, StartWithZeroesAndTakeObjectsAtTheirPlaceAndAtTheEnd) {
+  ProArray array = Allocate(2);
+  int numbers[] = {1, 2, 5, 3, 4};
+  EXPECT_EQ(ProArrayObjectAdd(&array, -1, 3, numbers), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProArrayObjectAdd(&array, 4, 2, numbers + 3), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProArrayObjectAdd(&array, 0, 1, numbers + 4), PRO_TK_NO_ERROR);
+  EXPECT_THAT(Contents(array), ElementsAre(4, 0, 0, 1, 2, 3, 4, 5));
+  EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
+  EXPECT_EQ(array, nullptr);
+}
+
+TEST_F(ArraysTest, RefuseSenselessRequests) {
+  ProArray array = nullptr;
+  EXPECT_EQ(ProArrayAlloc(-1, 4, 1, &array), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProArrayAlloc(1, 0, 1, &array), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProArrayAlloc(1, 4, 0, &array), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProArrayAlloc(1'000'000'000, 8, 1, &array), PRO_TK_OUT_OF_MEMORY);
+  array = Allocate(2);
+  int number = 0;
+  EXPECT_EQ(ProArrayObjectAdd(&array, 3, 1, &number), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProArrayObjectAdd(&array, -2, 1, &number), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProArrayObjectAdd(&array, 0, 0, &number), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ArraysTest, FreedTwiceOrForeignAreViolations) {
+  ProArray array = Allocate(1);
+  ProArray again = array;
+  EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProArrayFree(&again), PRO_TK_INVALID_PTR);
+  int mine = 0;
+  int count = 0;
+  EXPECT_EQ(ProArraySizeGet(&mine, &count), PRO_TK_INVALID_PTR);
+  EXPECT_THAT(TakeViolations(), ElementsAre(HasSubstr("ProArrayFree"), HasSubstr("ProArraySizeGet")));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <ProArray.h>
 #include <ProElement.h>
-#include <ProFeature.h>
 #include <ProReference.h>
 #include <ProSelection.h>
 #include <gmock/gmock.h>
@@ -168,24 +167,6 @@ TEST_F(ReferencesTest, LeadBackToWhatTheyReferTo) {
   EXPECT_EQ(ProReferenceToSelection(got, &selection), PRO_TK_E_NOT_FOUND);
   EXPECT_EQ(ProReferenceFree(got), PRO_TK_NO_ERROR);
   EXPECT_EQ(ProElementFree(&element), PRO_TK_NO_ERROR);
-}
-
-TEST_F(ReferencesTest, TellWhichFeaturesFailed) {
-  Feature& failed = *part_->features[1];
-  Feature& after = *part_->features[2];
-  after.parents = {failed.id};
-  ProFeature first{PRO_FEATURE, failed.id, part_}, second{PRO_FEATURE, after.id, part_};
-  const auto flags = [](ProFeature feature) {
-    int bits = -1;
-    EXPECT_EQ(ProFeatureStatusflagsGet(&feature, &bits), PRO_TK_NO_ERROR);
-    return bits;
-  };
-  EXPECT_EQ(flags(first), 0);
-  failed.status = PRO_FEAT_UNREGENERATED;
-  EXPECT_EQ(flags(first), 64);
-  EXPECT_EQ(flags(second), 0) << "stands without its parent";
-  after.status = PRO_FEAT_UNREGENERATED;
-  EXPECT_EQ(flags(second), 128);
 }
 
 TEST_F(ReferencesTest, FreedAndMistakenHandlesAreViolations) {

@@ -1,9 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <iterator>
-#include <numbers>
-
 #include "tests/host/feature_ground.h"
 
 namespace bench {
@@ -11,32 +7,9 @@ namespace {
 
 using support::Creation;
 using support::ExtrudeValues;
-using support::RevolveValues;
 using support::Tree;
 
 class ExtrudeTest : public support::FeatureTest {};
-
-TEST_F(ExtrudeTest, WhatTheGeometryRefusesLeavesTheModelAsItWas) {
-  const ProFeature open = OpenLine();
-  const ProFeature circle = Circle(0, 0, 5);
-  part_->modified = false;
-  const std::string before = Snapshot(*part_);
-  const Creation refusals[] = {
-      Extrude(*part_, open, {}),
-      Extrude(*part_, circle, {.second_side = 1048576, .depth = {}}),
-      Extrude(*part_, circle, {.second_side = 524288, .depth = {}}),
-      Extrude(*part_, circle, {.cut = true}),
-  };
-  for (const Creation& refusal : refusals) {
-    EXPECT_NE(refusal.status, PRO_TK_NO_ERROR);
-    EXPECT_GT(refusal.errors, 0);
-  }
-  EXPECT_EQ(Snapshot(*part_), before);
-  EXPECT_EQ(std::ranges::count_if(host().announcements.Lines(),
-                                  [](const std::string& line) { return line.starts_with("refused: "); }),
-            std::ssize(refusals));
-  EXPECT_EQ(Extrude(*part_, circle, {}).status, PRO_TK_NO_ERROR) << "the next one works";
-}
 
 TEST_F(ExtrudeTest, WrongTreesAreRefused) {
   struct Case {
@@ -101,7 +74,9 @@ TEST_F(ExtrudeTest, OnlyACompleteSketchGivesASection) {
 TEST_F(ExtrudeTest, FailedFeatureIsKeptWhenAskedForAndOnlyMendedByARedefinition) {
   Tree tree;
   FillExtrudeTree(tree, {});
-  const Creation kept = CreateFromSketch(*part_, tree.Root(), OpenLine(), 0);
+  const ProFeature open =
+      Sketch(*part_, L"OPEN", L"FRONT", [](ProSection section) { support::AddLine(section, 0, 0, 10, 0); });
+  const Creation kept = CreateFromSketch(*part_, tree.Root(), open, 0);
   EXPECT_EQ(kept.status, PRO_TK_NO_ERROR);
   EXPECT_GT(kept.errors, 0);
   EXPECT_EQ(part_->FindFeature(kept.feature.id)->status, PRO_FEAT_UNREGENERATED);
@@ -125,51 +100,6 @@ TEST_F(ExtrudeTest, FailedFeatureIsKeptWhenAskedForAndOnlyMendedByARedefinition)
   EXPECT_EQ(closed.status, PRO_TK_NO_ERROR);
   EXPECT_EQ(part_->FindFeature(kept.feature.id)->status, PRO_FEAT_ACTIVE);
   ExpectVolume(40 * 20 * 10 + 10.0 * 10 / 2 * 10);
-}
-
-class RevolveTest : public support::FeatureTest {};
-
-TEST_F(RevolveTest, FirstCenterlineIsTheAxis) {
-  const ProFeature sketch = Sketch(*part_, L"TWO_AXES", L"FRONT", [](ProSection section) {
-    support::AddRectangle(section, 10, 0, 20, 5);
-    support::AddCenterline(section, 0, 0, 0, 10);
-    support::AddCenterline(section, 0, -10, 10, -10);
-  });
-  ASSERT_EQ(Revolve(*part_, sketch, {}).status, PRO_TK_NO_ERROR);
-  // Its section is 10 by 5, its centre runs on a radius of 15.
-  ExpectVolume(50 * 2 * std::numbers::pi * 15);
-}
-
-TEST_F(RevolveTest, WrongTreesAndSectionsAreRefused) {
-  struct Case {
-    const char* what;
-    RevolveValues values;
-    std::function<void(Tree&)> spoil;
-  };
-  const Case cases[] = {
-      {"no angle", {.angle_deg = 0}, nullptr},
-      {"negative angle", {.angle_deg = -90}, nullptr},
-      {"more than a turn", {.angle_deg = 400}, nullptr},
-      {"unknown direction", {.direction = 2}, nullptr},
-      {"depth of an extrude", {}, [](Tree& tree) { tree.Compound(tree.Root(), 515); }},
-  };
-  const ProFeature ring = Sketch(*part_, L"RING", L"FRONT", [](ProSection section) {
-    support::AddCenterline(section, 0, 0, 0, 10);
-    support::AddRectangle(section, 10, 0, 20, 5);
-  });
-  const ProFeature without_axis = Sketch(
-      *part_, L"NO_AXIS", L"FRONT", [](ProSection section) { support::AddRectangle(section, 10, 0, 20, 5); });
-  const std::string before = Snapshot(*part_);
-  for (const Case& wrong : cases) {
-    Tree tree;
-    FillRevolveTree(tree, wrong.values);
-    if (wrong.spoil) wrong.spoil(tree);
-    const Creation creation = CreateFromSketch(*part_, tree.Root(), ring);
-    EXPECT_NE(creation.status, PRO_TK_NO_ERROR) << wrong.what;
-    EXPECT_GT(creation.errors, 0) << wrong.what;
-  }
-  EXPECT_NE(Revolve(*part_, without_axis, {}).status, PRO_TK_NO_ERROR);
-  EXPECT_EQ(Snapshot(*part_), before);
 }
 
 }  // namespace

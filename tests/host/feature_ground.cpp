@@ -4,6 +4,7 @@
 #include <ProReference.h>
 #include <ProSelection.h>
 
+#include <cmath>
 #include <cstdlib>
 
 #include "bench/host/storage/model_json.h"
@@ -13,12 +14,11 @@
 namespace bench::support {
 namespace {
 
-template <typename Option>
-Option* OneOption(int option) {
+ProFeatureCreateOptions* OneOption(int option) {
   ProArray array = nullptr;
   EXPECT_EQ(ProArrayAlloc(1, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
   *static_cast<int*>(array) = option;
-  return static_cast<Option*>(array);
+  return static_cast<ProFeatureCreateOptions*>(array);
 }
 
 void Free(void* array) {
@@ -31,10 +31,19 @@ ProSelection Select(ProModelitem item) {
   return selection;
 }
 
-ProSelection SelectModel(Model& model) {
+template <typename Make>
+Creation MakeIn(Model& model, int option, Make make) {
+  Creation creation;
+  ProErrorlist errors{};
   ProModelitem item{};
   EXPECT_EQ(ProMdlToModelitem(&model, &item), PRO_TK_NO_ERROR);
-  return Select(item);
+  ProSelection selection = Select(item);
+  auto* options = OneOption(option);
+  creation.status = make(selection, options, &creation.feature, &errors);
+  creation.errors = errors.error_number;
+  Free(options);
+  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+  return creation;
 }
 
 template <typename Record>
@@ -114,10 +123,6 @@ ProFeature FeatureTest::Circle(double x, double y, double radius) {
   return Sketch(*part_, L"CIRCLE", L"FRONT", [=](ProSection section) { AddCircle(section, x, y, radius); });
 }
 
-ProFeature FeatureTest::OpenLine() {
-  return Sketch(*part_, L"OPEN", L"FRONT", [](ProSection section) { AddLine(section, 0, 0, 10, 0); });
-}
-
 void FeatureTest::SaveAndRetrieve() {
   const std::wstring name = part_->name;
   ASSERT_EQ(ProMdlSave(Handle(*part_)), PRO_TK_NO_ERROR);
@@ -168,35 +173,23 @@ void FeatureTest::FillSketchTree(Tree& tree, Model& model, std::wstring_view nam
 }
 
 Creation FeatureTest::Create(Model& model, ProElement tree, int option) {
-  Creation creation;
-  ProErrorlist errors{};
-  ProSelection selection = SelectModel(model);
-  auto* options = OneOption<ProFeatureCreateOptions>(option);
-  creation.status = ProFeatureWithoptionsCreate(selection, tree, options, 0, &creation.feature, &errors);
-  creation.errors = errors.error_number;
-  Free(options);
-  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
-  return creation;
+  return MakeIn(model, option, [tree](auto in, auto* options, auto* feature, auto* errors) {
+    return ProFeatureWithoptionsCreate(in, tree, options, 0, feature, errors);
+  });
 }
 
 Creation FeatureTest::CreateFromSketch(Model& model, ProElement tree, const ProFeature& sketch, int option) {
-  Creation creation;
-  ProErrorlist errors{};
-  ProSelection selection = SelectModel(model);
-  ProSelection sketch_selection = Select(sketch);
+  ProSelection of_sketch = Select(sketch);
   ProArray sketches = nullptr;
   EXPECT_EQ(ProArrayAlloc(1, sizeof(ProSelection), 1, &sketches), PRO_TK_NO_ERROR);
   auto* copy = static_cast<ProSelection*>(sketches);
-  EXPECT_EQ(ProSelectionCopy(sketch_selection, copy), PRO_TK_NO_ERROR);
-  auto* options = OneOption<ProFeatureCreateOptions>(option);
-  creation.status =
-      ProFeatureSketchedWithOptionsCreate(selection, tree, options, copy, 0, &creation.feature, &errors);
-  creation.errors = errors.error_number;
+  EXPECT_EQ(ProSelectionCopy(of_sketch, copy), PRO_TK_NO_ERROR);
+  const Creation creation = MakeIn(model, option, [&](auto in, auto* options, auto* feature, auto* errors) {
+    return ProFeatureSketchedWithOptionsCreate(in, tree, options, copy, 0, feature, errors);
+  });
   EXPECT_EQ(ProSelectionFree(copy), PRO_TK_NO_ERROR);
-  Free(options);
   Free(sketches);
-  EXPECT_EQ(ProSelectionFree(&sketch_selection), PRO_TK_NO_ERROR);
-  EXPECT_EQ(ProSelectionFree(&selection), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProSelectionFree(&of_sketch), PRO_TK_NO_ERROR);
   return creation;
 }
 
@@ -204,7 +197,7 @@ Creation FeatureTest::Redefine(ProFeature feature, ProElement tree) {
   Creation creation;
   creation.feature = feature;
   ProErrorlist errors{};
-  auto* options = OneOption<ProFeatureCreateOptions>(0);
+  auto* options = OneOption(0);
   creation.status = ProFeatureWithoptionsRedefine(nullptr, &feature, tree, options, 0, &errors);
   creation.errors = errors.error_number;
   Free(options);
@@ -257,6 +250,22 @@ ItemReference FeatureTest::ItemOf(ProType type, const std::string& key_ending) {
       if (item.type == type && item.alive && item.key.ends_with(key_ending))
         return {type, item.id, SolidHandle(*part_)};
   ADD_FAILURE() << "no item " << key_ending;
+  return {};
+}
+
+ProModelitem FeatureTest::Face(const Vector3& normal, double distance) {
+  for (const FaceInfo& face : part_->topology.faces)
+    if (face.type == "plane" && Length(face.normal - normal) < 1e-6 &&
+        std::abs(Dot(face.point, normal) - distance) < 1e-6)
+      return {PRO_SURFACE, part_->ids_of_keys.at(face.key), part_};
+  ADD_FAILURE() << "no such face";
+  return {};
+}
+
+ProModelitem FeatureTest::Cylinder(Model& model) {
+  for (const FaceInfo& face : model.topology.faces)
+    if (face.type == "cylinder") return {PRO_SURFACE, model.ids_of_keys.at(face.key), &model};
+  ADD_FAILURE() << "no cylinder";
   return {};
 }
 
@@ -330,30 +339,6 @@ Creation FeatureTest::DatumAxis(ProModelitem plane1, ProModelitem plane2, std::w
     tree.Reference(constraint, 2018, plane);
   }
   return Create(*part_, tree.Root(), 1);
-}
-
-void FeatureTest::FillRevolveTree(Tree& tree, const RevolveValues& values) {
-  const ProElement root = tree.Root();
-  tree.Integer(root, 387, 917);
-  tree.Integer(root, 388, 2);
-  tree.Integer(root, 1956, 917);
-  tree.Integer(root, 2023, values.cut ? 916 : -1);
-  tree.Integer(root, 3176, 0);
-  tree.Compound(root, 447);
-  tree.Integer(root, 436, values.direction);
-  tree.Integer(root, 3280, 1);
-  const ProElement angle = tree.Compound(root, 6);
-  const ProElement first = tree.Compound(angle, 437);
-  const ProElement second = tree.Compound(angle, 438);
-  tree.Integer(first, 439, 262144);
-  tree.Integer(second, 440, 4194304);
-  tree.Double(second, 442, values.angle_deg);
-}
-
-Creation FeatureTest::Revolve(Model& model, const ProFeature& sketch, const RevolveValues& values) {
-  Tree tree;
-  FillRevolveTree(tree, values);
-  return CreateFromSketch(model, tree.Root(), sketch);
 }
 
 std::string FeatureTest::Snapshot(const Model& model) {

@@ -63,22 +63,15 @@ struct ExtrudeValues {
   std::optional<double> taper_deg{};
 };
 
-struct RevolveValues {
-  double angle_deg = 360;
-  int direction = -1;
-  bool cut = false;
-};
-
 class FeatureTest : public BenchTest {
  protected:
   void SetUp() override;
 
   ProSolid Solid() { return SolidHandle(*part_); }
   // Drawn into the part at hand: a rectangle of 40 by 20 with its corner in the section's origin, a circle on
-  // FRONT, an outline that is open.
+  // FRONT.
   ProFeature Plate(std::wstring_view plane = L"FRONT");
   ProFeature Circle(double x, double y, double radius);
-  ProFeature OpenLine();
   // The part at hand goes out of the session and comes back from its file.
   void SaveAndRetrieve();
   // Of the part at hand, in millimetres, to 1e-6.
@@ -109,6 +102,10 @@ class FeatureTest : public BenchTest {
   void ExpectEveryRowToMatter(const NodeRows& rows);
   // The first item of that type whose key ends so.
   ItemReference ItemOf(ProType type, const std::string& key_ending);
+  // The plane face of the part at hand with that normal whose plane lies so far from the origin along it.
+  ProModelitem Face(const Vector3& normal, double distance);
+  // The model's only cylinder.
+  ProModelitem Cylinder(Model& model);
 
   // Extracts the feature's tree, draws into its section and redefines the feature.
   Creation Redraw(ProFeature feature, const Drawing& draw);
@@ -121,8 +118,6 @@ class FeatureTest : public BenchTest {
   Creation OffsetPlane(Model& model, ProModelitem base, double distance, std::wstring name, int left_out = 0);
   // A datum axis where two planes meet.
   Creation DatumAxis(ProModelitem plane1, ProModelitem plane2, std::wstring name = L"AXIS");
-  void FillRevolveTree(Tree& tree, const RevolveValues& values);
-  Creation Revolve(Model& model, const ProFeature& sketch, const RevolveValues& values);
 
   // The model as its file would be, with what a file doesn't hold.
   std::string Snapshot(const Model& model);

@@ -3,11 +3,14 @@
 #include <ProSolid.h>
 #include <gmock/gmock.h>
 
+#include "bench/host/features/dimensions.h"
 #include "bench/host/features/feature_removal.h"
 #include "tests/host/feature_ground.h"
 
 namespace bench {
 namespace {
+
+using support::Creation;
 
 class FollowingTest : public support::FeatureTest {
  protected:
@@ -15,16 +18,6 @@ class FollowingTest : public support::FeatureTest {
     FeatureTest::SetUp();
     if (HasFatalFailure()) return;
     block_ = Extrude(*part_, Plate(), {}).feature;
-  }
-
-  // The plane face of the solid with that normal whose plane has that distance from the origin along it.
-  ProModelitem Face(const Vector3& normal, double distance) {
-    for (const FaceInfo& face : part_->topology.faces)
-      if (face.type == "plane" && Length(face.normal - normal) < 1e-6 &&
-          std::abs(Dot(face.point, normal) - distance) < 1e-6)
-        return {PRO_SURFACE, part_->ids_of_keys.at(face.key), part_};
-    ADD_FAILURE() << "no such face";
-    return {};
   }
 
   ProFeature SketchOn(ProModelitem face, const Drawing& draw) {
@@ -104,14 +97,6 @@ TEST_F(FollowingTest, WhatWasSuppressedMeanwhileFollowsWhenItIsResumed) {
   ExpectRaised();
 }
 
-TEST_F(FollowingTest, UnitsChangeWhatItFollowsByTheSameFactor) {
-  Boss();
-  part_->length_unit = LengthUnit::kInch;
-  ASSERT_EQ(Set(0, 25), PRO_TK_NO_ERROR);
-  EXPECT_NEAR(HeightOf(boss_sketch_), 25, 1e-9);
-  ExpectOutline({0, 0, 0}, {40 * 25.4, 20 * 25.4, 31 * 25.4});
-}
-
 // A pocket of 10 × 10 from below, and on its floor a stud of 2 × 2 × 2 that hangs down.
 TEST_F(FollowingTest, AFaceThatIsGoneRefusesWhatLiesOnItAndNothingChanges) {
   const ProFeature outline = Sketch(
@@ -172,6 +157,69 @@ TEST_F(FollowingTest, AMoveBehindItIsNotFollowed) {
       ASSERT_EQ(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR);
     }
   }
+}
+
+// At a distance from another plane: where they lie, and what follows them.
+class DatumPlanesTest : public support::FeatureTest {
+ protected:
+  const PlaneFrame& FrameOf(const Creation& creation) {
+    return part_->FindFeature(creation.feature.id)->plane;
+  }
+  // The first dimension of the feature.
+  void SetDistance(const Creation& made, double distance) {
+    for (const Dimension& dimension : part_->dimensions)
+      if (dimension.feature == made.feature.id) {
+        ASSERT_EQ(SetValue(*part_, dimension, distance), PRO_TK_NO_ERROR);
+        ASSERT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_NO_ERROR);
+        return;
+      }
+    ADD_FAILURE() << "the feature has no dimension";
+  }
+};
+
+TEST_F(DatumPlanesTest, LieAlongTheNormalOfTheirBaseAndFollowIt) {
+  const Creation block = Extrude(*part_, Plate(), {});
+  ASSERT_EQ(block.status, PRO_TK_NO_ERROR);
+  const Creation above = OffsetPlane(*part_, PlaneOf(*part_, L"TOP"), 15, L"ABOVE");
+  const Creation below = OffsetPlane(*part_, PlaneOf(*part_, L"ABOVE"), -5, L"BELOW");
+  const Creation outside = OffsetPlane(*part_, Face({0, 0, 1}, 10), 2, L"OUTSIDE");
+  ASSERT_EQ(above.status, PRO_TK_NO_ERROR);
+  ASSERT_EQ(below.status, PRO_TK_NO_ERROR);
+  ASSERT_EQ(outside.status, PRO_TK_NO_ERROR);
+  // Turned as TOP is: z to its right, x up.
+  EXPECT_EQ(FrameOf(above), (PlaneFrame{{0, 15, 0}, {0, 0, 1}, {1, 0, 0}}));
+  EXPECT_EQ(FrameOf(below).origin, (Vector3{0, 10, 0}));
+  EXPECT_NEAR(FrameOf(outside).origin[2], 12, 1e-9);
+  EXPECT_EQ(FrameOf(outside).Normal(), (Vector3{0, 0, 1}));
+  SetDistance(block, 20);
+  EXPECT_NEAR(FrameOf(outside).origin[2], 22, 1e-9);
+}
+
+TEST_F(DatumPlanesTest, TakeAlongWhatLiesOnThem) {
+  const Creation base = OffsetPlane(*part_, PlaneOf(*part_, L"FRONT"), 5, L"BASE");
+  const Creation next = OffsetPlane(*part_, PlaneOf(*part_, L"BASE"), 5, L"NEXT");
+  ASSERT_EQ(next.status, PRO_TK_NO_ERROR);
+  ASSERT_EQ(Extrude(*part_, Plate(L"NEXT"), {}).status, PRO_TK_NO_ERROR);
+  ExpectOutline({0, 0, 10}, {40, 20, 20});
+  SetDistance(base, 25);  // 25 + 5
+  EXPECT_EQ(FrameOf(next).origin, (Vector3{0, 0, 30}));
+  ExpectOutline({0, 0, 30}, {40, 20, 40});
+}
+
+TEST_F(DatumPlanesTest, RefuseWhatIsNoPlane) {
+  const ProModelitem top = PlaneOf(*part_, L"TOP");
+  for (const int left_out : {410, 411, 412, 413, 414})
+    EXPECT_EQ(OffsetPlane(*part_, top, 15, L"P", left_out).status, PRO_TK_GENERAL_ERROR) << left_out;
+  ASSERT_EQ(Extrude(*part_, Circle(0, 0, 5), {}).status, PRO_TK_NO_ERROR);
+  EXPECT_EQ(OffsetPlane(*part_, Cylinder(*part_), 15, L"P").status, PRO_TK_GENERAL_ERROR);
+}
+
+TEST_F(DatumPlanesTest, StandInAssembliesToo) {
+  Model& assembly = NewAssembly(L"ASM");
+  const Creation plane = OffsetPlane(assembly, PlaneOf(assembly, L"RIGHT"), 7, L"CUT");
+  ASSERT_EQ(plane.status, PRO_TK_NO_ERROR);
+  ASSERT_EQ(ProSolidRegenerate(SolidHandle(assembly), 0), PRO_TK_NO_ERROR);
+  EXPECT_EQ(assembly.FindFeature(plane.feature.id)->plane.origin, (Vector3{7, 0, 0}));
 }
 
 }  // namespace

@@ -11,63 +11,46 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr auto kNothing = R"("recipes":[])";
 constexpr milliseconds kSoon{30'000};
 constexpr milliseconds kAtOnce{300};
 
 // Each script is a kernel that goes wrong in its own way.
 class KernelClientTest : public support::FeatureTest {
  protected:
-  void UseScript(const char* name) {
-    client_.SetProgram(std::filesystem::path(VEK_TEST_KERNELS).wstring() + L"/" +
-                       std::wstring(name, name + strlen(name)));
+  static std::wstring Script(const wchar_t* name) {
+    return std::filesystem::path(VEK_TEST_KERNELS).wstring() + L"/" + name;
   }
-  bool Answers() { return client_.Ask("regenerate", kNothing).has_value(); }
+  bool Answers() { return client_.Ask("regenerate", R"("recipes":[])").has_value(); }
 
   KernelClient client_;
 };
 
-TEST_F(KernelClientTest, KernelIsStartedAtTheFirstRequestAndAnswersEveryOneThatMakesSense) {
-  client_.SetProgram(KernelProgram());
-  const auto first = client_.Ask("regenerate", kNothing);
-  ASSERT_TRUE(first);
-  EXPECT_EQ(first->at("bodies"), 0);
-  EXPECT_FALSE(client_.Ask("dance", ""));
-  EXPECT_TRUE(Complained("rejects a request"));
-  EXPECT_TRUE(Answers());
-}
-
-TEST_F(KernelClientTest, KernelThatDiesOfARequestIsAskedOnceMoreAndThenGivenUp) {
-  UseScript("dies_when_asked.sh");
-  EXPECT_FALSE(Answers());
-  EXPECT_TRUE(Complained("died before it answered"));
-  client_.SetProgram(KernelProgram());
-  EXPECT_TRUE(Answers()) << "the next request works";
-}
-
 TEST_F(KernelClientTest, KernelThatNeverAnswersIsLetGo) {
-  UseScript("never_answers.sh");
+  client_.SetProgram(Script(L"never_answers.sh"));
   client_.SetTimeouts(kSoon, kAtOnce);
   EXPECT_FALSE(Answers());
   EXPECT_TRUE(Complained("doesn't answer"));
 }
 
-TEST_F(KernelClientTest, KernelThatTalksNonsenseIsNotBelieved) {
-  for (const char* script : {"talks_nonsense.sh", "answers_nobody.sh"}) {
+TEST_F(KernelClientTest, KernelsThatDieOfEveryRequestOrTalkNonsenseAreGivenUp) {
+  const std::pair<const wchar_t*, const char*> cases[] = {
+      {L"dies_when_asked.sh", "died before it answered"},
+      {L"talks_nonsense.sh", "answered what no one asked"},
+      {L"answers_nobody.sh", "answered what no one asked"},
+      {L"answers_beside_the_point.sh", "rejects a request"},
+  };
+  for (const auto& [script, complaint] : cases) {
     host().announcements.Clear();
-    UseScript(script);
-    EXPECT_FALSE(Answers()) << script;
-    EXPECT_TRUE(Complained("answered what no one asked")) << script;
+    client_.SetProgram(Script(script));
+    EXPECT_FALSE(Answers()) << complaint;
+    EXPECT_TRUE(Complained(complaint)) << complaint;
   }
+  client_.SetProgram(KernelProgram());
+  EXPECT_TRUE(Answers()) << "the next request works";
 }
 
-TEST_F(KernelClientTest, AnswersThatDontBelongToTheirRequestsAreNoAnswers) {
-  UseScript("answers_beside_the_point.sh");
-  EXPECT_FALSE(Answers());
-  EXPECT_TRUE(Complained("rejects a request"));
-
-  host().kernel.SetProgram(std::filesystem::path(VEK_TEST_KERNELS).wstring() +
-                           L"/answers_beside_the_point.sh");
+TEST_F(KernelClientTest, ASectionThatIsAnotherOneIsNoAnswer) {
+  host().kernel.SetProgram(Script(L"answers_beside_the_point.sh"));
   const SolvedSection solved = SolveSection({});
   host().kernel.SetProgram(KernelProgram());
   EXPECT_FALSE(solved.section);

@@ -76,28 +76,6 @@ TEST_F(ModelFilesTest, RetrievingPrefersTheSessionThenTheHighestVersionOfThatNam
   EXPECT_EQ(Retrieve(L"Bolt"), retrieved);
 }
 
-TEST_F(ModelFilesTest, AFileThatMakesNoSenseIsRefusedWithAComplaint) {
-  const std::string good = PartText(L"A");
-  Model assembly;
-  assembly.type = PRO_MDL_ASSEMBLY;
-  const std::string cases[] = {ModelToText(assembly),
-                               "",
-                               "{",
-                               "[]",
-                               "{\"format\": \"something else\"}",
-                               good.substr(0, good.size() / 2),
-                               std::string("\0\xff\x80", 3)};
-  int number = 0;
-  for (const std::string& text : cases) {
-    const std::wstring name = L"broken" + std::to_wstring(++number);
-    WriteFile(name + L".prt.1", text);
-    EXPECT_EQ(Retrieve(name, PRO_TK_INVALID_FILE), nullptr);
-    EXPECT_TRUE(Complained(ToUtf8(name) + ".prt.1 is refused")) << text;
-  }
-  EXPECT_TRUE(Complained("it holds no part"));
-  EXPECT_TRUE(host().session.All().empty());
-}
-
 TEST_F(ModelFilesTest, AModelWhoseGeometryCantBeMadeAgainComesIntoSessionWithItsRecipes) {
   Model part;
   part.features.push_back(std::make_unique<Feature>());
@@ -158,27 +136,58 @@ TEST_F(ModelFilesTest, AFailedWriteLeavesTheOlderVersionsAndTheModelAsTheyWere) 
   EXPECT_EQ(ProMdlSave(Handle(part)), PRO_TK_CANT_WRITE);
 }
 
-TEST_F(ModelFilesTest, AFilesTypeComesFromItsTextOrElseItsExtension) {
-  Model assembly;
-  assembly.type = PRO_MDL_ASSEMBLY;
-  WriteFile(L"frame.old", ModelToText(assembly));
-  WriteFile(L"sheet.DRW.4", "not ours");
-  WriteFile(L"notes.txt", "nothing of the kind");
-  const struct {
-    const wchar_t* file;
-    ProError status;
-    int type;
-  } cases[] = {{L"frame.old", PRO_TK_NO_ERROR, PRO_MDL_ASSEMBLY},
-               {L"sheet.DRW.4", PRO_TK_NO_ERROR, PRO_MDL_DRAWING},
-               {L"notes.txt", PRO_TK_GENERAL_ERROR, PRO_MDL_UNUSED},
-               {L"missing.prt", PRO_TK_E_NOT_FOUND, PRO_MDL_UNUSED}};
-  for (const auto& each : cases) {
-    PathBuffer path(PathOf(each.file));
-    ProMdlfileType type = PRO_MDLFILE_UNUSED;
-    ProMdlsubtype subtype = PROMDLSTYPE_NONE;
-    EXPECT_EQ(ProFileSubtypeGet(path, &type, &subtype), each.status) << ToUtf8(each.file);
-    EXPECT_EQ(static_cast<int>(type), each.type) << ToUtf8(each.file);
+class FileNamesTest : public support::BenchTest {
+ protected:
+  ProError Parse(const std::wstring& text) {
+    support::Buffer<300> path(text);
+    return ProFileMdlnameParse(path, directory, name, extension, &version);
   }
+  support::PathBuffer directory;
+  support::MdlNameBuffer name;
+  support::Buffer<PRO_EXTENSION_SIZE> extension;
+  int version = 0;
+};
+
+TEST_F(FileNamesTest, PathsAreTakenApart) {
+  const struct {
+    const wchar_t* path;
+    const wchar_t* directory;
+    const wchar_t* name;
+    const wchar_t* extension;
+    int version;
+  } cases[] = {
+      {L"bolt.prt", L"", L"bolt", L"prt", -1},
+      {L"bolt.PRT.12", L"", L"bolt", L"PRT", 12},
+      {L"bolt.prt.3.5", L"", L"bolt", L"prt", 5},
+      {L"bolt.7", L"", L"bolt", L"", 7},
+      {L"a.b.asm.1", L"", L"a.b", L"asm", 1},
+      {L"C:\\parts\\bolt.prt", L"C:\\parts", L"bolt", L"prt", -1},
+      {L"C:/parts/sub/bolt.prt.2", L"C:/parts/sub", L"bolt", L"prt", 2},
+      {L"D:\\bolt.prt", L"D:\\", L"bolt", L"prt", -1},
+      {L"\\bolt.prt", L"\\", L"bolt", L"prt", -1},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(ToUtf8(each.path));
+    ASSERT_EQ(Parse(each.path), PRO_TK_NO_ERROR);
+    EXPECT_EQ(directory.text(), each.directory);
+    EXPECT_EQ(name.text(), each.name);
+    EXPECT_EQ(extension.text(), each.extension);
+    EXPECT_EQ(version, each.version);
+  }
+}
+
+TEST_F(FileNamesTest, PathsWithoutANameOrWithoutRoomAreRefused) {
+  const struct {
+    std::wstring path;
+    ProError status;
+  } cases[] = {{L"", PRO_TK_INVALID_NAME},
+               {L"C:\\parts\\", PRO_TK_INVALID_NAME},
+               {L".prt", PRO_TK_INVALID_NAME},
+               {L"bolt.prt.12345678901", PRO_TK_INVALID_NAME},
+               {std::wstring(180, L'a') + L".prt", PRO_TK_LINE_TOO_LONG},
+               {L"a." + std::wstring(32, L'e'), PRO_TK_LINE_TOO_LONG},
+               {std::wstring(260, L'a'), PRO_TK_LINE_TOO_LONG}};
+  for (const auto& each : cases) EXPECT_EQ(Parse(each.path), each.status) << ToUtf8(each.path);
 }
 
 }  // namespace

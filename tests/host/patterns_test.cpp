@@ -1,8 +1,6 @@
 // Datum axes, local groups, patterns, geometry mirrors and solidifies, made as an add-in makes them.
-#include <ProArray.h>
 #include <ProModelitem.h>
 #include <ProPattern.h>
-#include <ProReference.h>
 
 #include <numbers>
 
@@ -15,7 +13,6 @@
 namespace bench {
 namespace {
 
-using support::Creation;
 using support::NameBuffer;
 using support::Tree;
 
@@ -40,7 +37,6 @@ class PatternsTest : public support::FeatureTest {
     boss_ = Extrude(*part_, Circle(5, 5, 2), {.depth = 15}).feature;
   }
 
-  // Hangs the elements into a tree of root 604.
   void FillDirection(Tree& tree, ProElement parent, bool second, ProModelitem plane, double spacing,
                      int count) {
     const ProElement direction = tree.Compound(tree.Compound(parent, second ? 3292 : 3291), 3252);
@@ -135,17 +131,6 @@ TEST_F(PatternsTest, DirectionPatternIsOneFeatureOfItsLeader) {
   EXPECT_EQ(Pattern(boss_, {}), PRO_TK_NO_ERROR) << "again";
 }
 
-TEST_F(PatternsTest, AxisPatternTurnsAboutADatumAxisAndStandsOnIt) {
-  // RIGHT's and TOP's normals are +X and +Y: the axis is +Z, and quarter turns take (5, 5) beside the plate.
-  const Creation axis = DatumAxis(PlaneOf(*part_, L"RIGHT"), PlaneOf(*part_, L"TOP"));
-  ASSERT_EQ(axis.status, PRO_TK_NO_ERROR);
-  ASSERT_EQ(PatternAbout(boss_, AxisNamed(L"axis"), 90, 4, 360), PRO_TK_NO_ERROR);
-  ExpectOutline({-7, -7, 0}, {40, 20, 15});
-  ExpectVolume(kPlate + kBoss + 3 * kPi * 4 * 15);
-  int id = axis.feature.id;
-  EXPECT_NE(ProFeatureDelete(Solid(), &id, 1, nullptr, 0), PRO_TK_NO_ERROR);
-}
-
 TEST_F(PatternsTest, MirroredAxisLiesOnTheOtherSide) {
   // About the plate's top at z = 10, the axis along +Y through the origin comes to lie at z = 20.
   ASSERT_EQ(DatumAxis(PlaneOf(*part_, L"FRONT"), PlaneOf(*part_, L"RIGHT")).status, PRO_TK_NO_ERROR);
@@ -234,21 +219,6 @@ TEST_F(PatternsTest, DeletedMemberTakesItsGroupAlong) {
   ASSERT_EQ(ProFeatureDelete(Solid(), &id, 1, along, 1), PRO_TK_NO_ERROR);
   EXPECT_FALSE(part_->FindFeature(group.id));
   EXPECT_TRUE(part_->FindFeature(boss_.id));
-}
-
-TEST_F(PatternsTest, MirroredGeometryIsAQuiltUntilItIsSolid) {
-  const FeatureOutcome mirror = Mirror(Items(PRO_SURFACE), Of(PlaneOf(*part_, L"RIGHT")));
-  ASSERT_EQ(mirror.status, PRO_TK_NO_ERROR);
-  ExpectVolume(kPlate + kBoss);
-  const auto quilts = Items(PRO_QUILT, mirror.feature);
-  ASSERT_EQ(quilts.size(), 1u);
-  FeatureOutcome solid = Solidify(quilts.front());
-  ASSERT_EQ(solid.status, PRO_TK_NO_ERROR);
-  ExpectVolume(2 * (kPlate + kBoss));
-  EXPECT_TRUE(Items(PRO_QUILT).empty());
-  ASSERT_EQ(ProFeatureDelete(Solid(), &solid.feature, 1, nullptr, 0), PRO_TK_NO_ERROR);
-  ASSERT_EQ(Items(PRO_QUILT).size(), 1u);
-  EXPECT_EQ(Items(PRO_QUILT).front().id, quilts.front().id);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "bench/host/console/console.h"
 #include "bench/host/drawing/views.h"
 #include "bench/host/plot/hatching.h"
 #include "bench/host/plot/sheet_plot.h"
@@ -34,10 +33,10 @@ class PlotTest : public support::FeatureTest {
     sheet_ = &host().session.Add(std::move(model));
   }
 
-  // From the front, with the middle of the block there.
-  DrawingView& Front(double x, double y, double scale) {
+  // From the front at scale 2, with the middle of the block at (100, 150).
+  DrawingView& Front() {
     DrawingView* view = nullptr;
-    EXPECT_EQ(AddGeneralView(*sheet_, {part_, 1, {x, y}, scale, kNoMove}, view), PRO_TK_NO_ERROR);
+    EXPECT_EQ(AddGeneralView(*sheet_, {part_, 1, {100, 150}, 2, kNoMove}, view), PRO_TK_NO_ERROR);
     return *view;
   }
 
@@ -93,21 +92,8 @@ TEST(Hatching, LeavesHolesOut) {
   }
 }
 
-TEST_F(PlotTest, ViewsStandAtTheirPlacesWithFrameAndTitle) {
-  Front(100, 150, 2);
-  const std::string plot = PlotSheet(*sheet_);
-  EXPECT_THAT(plot, HasSubstr(R"(width="420mm" height="297mm" viewBox="0 0 420 297")"));
-  // x from 100 - 2 · 20 to 100 + 2 · 20, y from 150 - 2 · 10 to 150 + 2 · 10.
-  for (const char* corner : {"60 167", "140 167", "140 127", "60 127"}) EXPECT_THAT(plot, HasSubstr(corner));
-  // The hole's centre at (10, 10) comes to lie at (80, 150); the cross reaches 3 past its 2 · 3.
-  EXPECT_THAT(plot, HasSubstr(R"(class="centre" d="M71 147L89 147")"));
-  EXPECT_THAT(plot, HasSubstr(">SHEET&lt;1&gt;<"));
-  for (const char* words : {">PART<", ">2:1<", ">1/2<", ">A3<", ">mm<"}) EXPECT_THAT(plot, HasSubstr(words));
-  EXPECT_THAT(plot, Not(HasSubstr("SCALE 2:1")));
-}
-
 TEST_F(PlotTest, SectionsAndDetailsAreMarkedOnTheirParents) {
-  DrawingView& front = Front(100, 150, 2);
+  DrawingView& front = Front();
   Section(front);
   Detail(front, 70, 140, 8);
   const std::string plot = PlotSheet(*sheet_);
@@ -124,17 +110,8 @@ TEST_F(PlotTest, SectionsAndDetailsAreMarkedOnTheirParents) {
   EXPECT_THAT(plot, Not(HasSubstr(R"(class="hidden")")));
 }
 
-TEST_F(PlotTest, ACutBesideTheViewHasNoLineOnIt) {
-  DrawingView& front = Front(100, 150, 2);
-  Section(front);
-  EXPECT_THAT(PlotSheet(*sheet_), HasSubstr("section-line"));
-  // The block ends at y = 20, the plane lies at 10 and then at 25.
-  part_->features.back()->plane.origin[1] = 25;
-  EXPECT_THAT(PlotSheet(*sheet_), Not(HasSubstr("section-line")));
-}
-
 TEST_F(PlotTest, DimensionsAreDrawnWhereTheyCanBeSeenAndToldElsewhere) {
-  DrawingView& front = Front(100, 150, 2);
+  DrawingView& front = Front();
   DrawingView* top = nullptr;
   ASSERT_EQ(AddProjectedView(*sheet_, front, {100, 230}, top), PRO_TK_NO_ERROR);
   ASSERT_EQ(ShowDimensions(*sheet_, *top), PRO_TK_NO_ERROR);
@@ -151,7 +128,7 @@ TEST_F(PlotTest, DimensionsAreDrawnWhereTheyCanBeSeenAndToldElsewhere) {
 }
 
 TEST_F(PlotTest, WhatCantBeProjectedIsComplainedAbout) {
-  DrawingView& front = Front(100, 150, 2);
+  DrawingView& front = Front();
   DrawingView& section = Section(front);
   section.section = L"GONE";
   EXPECT_THAT(PlotSheet(*sheet_), Not(HasSubstr("SECTION")));
@@ -159,18 +136,6 @@ TEST_F(PlotTest, WhatCantBeProjectedIsComplainedAbout) {
   sheet_->drawing->solids[0].model = nullptr;
   EXPECT_THAT(PlotSheet(*sheet_), Not(HasSubstr("60 167")));
   EXPECT_TRUE(Complained("the view new_view_1 is left out of the plot: its model is not in session"));
-}
-
-TEST_F(PlotTest, TheConsoleWritesTheFileOfTheCurrentDrawing) {
-  std::vector<std::string> said;
-  Console console([&](const std::string& line) { said.push_back(line); });
-  console.Run("plot sheet.svg");
-  EXPECT_THAT(said, testing::ElementsAre("error: the current model is no drawing"));
-  said.clear();
-  ASSERT_TRUE(host().windows.Activate(host().windows.Create(*sheet_).value()));
-  console.Run("plot my sheet.svg");
-  EXPECT_THAT(said, testing::ElementsAre("ok"));
-  EXPECT_THAT(FilesHere(), testing::Contains(L"my sheet.svg"));
 }
 
 }  // namespace

@@ -27,37 +27,6 @@ class SketchFeatureTest : public support::FeatureTest {
   }
 };
 
-TEST_F(SketchFeatureTest, IncompleteOneHasAnEmptySectionAndAsksNothingOfTheKernel) {
-  const int asked = host().kernel.RequestsSent();
-  const Creation creation = Incomplete(L"OUTLINE", L"FRONT");
-  ASSERT_EQ(creation.status, PRO_TK_NO_ERROR);
-  EXPECT_EQ(host().kernel.RequestsSent(), asked);
-  EXPECT_EQ(creation.feature.type, PRO_FEATURE);
-  EXPECT_TRUE(Of(creation.feature).incomplete);
-  EXPECT_EQ(Of(creation.feature).type, 949);
-  EXPECT_EQ(Of(creation.feature).name, L"OUTLINE");
-
-  Redraw(creation.feature,
-         [](ProSection section) { EXPECT_EQ(support::AddLine(section, 0, 0, 1, 0), 1) << "the first id"; });
-}
-
-TEST_F(SketchFeatureTest, RedefinitionCompletesItWithCurvesAndDatumPoints) {
-  const ProFeature sketch = Sketch(*part_, L"OUTLINE", L"FRONT", [](ProSection section) {
-    const int seed = support::AddPoint(section, 0, 0);
-    EXPECT_EQ(ProSectionEntityConstructionSet(section, seed, PRO_B_TRUE), PRO_TK_NO_ERROR);
-  });
-  EXPECT_FALSE(Of(sketch).incomplete) << "construction geometry alone is complete";
-  EXPECT_EQ(ItemsOf(sketch, PRO_POINT), 0);
-  Redraw(sketch, [](ProSection section) {
-    support::AddPoint(section, 5, 5);
-    support::AddLine(section, 0, 0, 10, 0);
-    support::AddCircle(section, 20, 0, 4);
-  });
-  EXPECT_EQ(ItemsOf(sketch, PRO_POINT), 1);
-  EXPECT_EQ(ItemsOf(sketch, PRO_CURVE), 2);
-  EXPECT_FALSE(part_->topology.mass);
-}
-
 TEST_F(SketchFeatureTest, TakesNoSectionButThatOfATree) {
   ProFeature sketch = Incomplete(L"EMPTY", L"TOP").feature;
   ProElement tree = nullptr;
@@ -95,12 +64,6 @@ TEST_F(SketchFeatureTest, DrawingIntoAnExtractedTreeReachesTheFeatureOnlyByRedef
   EXPECT_EQ(Redefine(sketch, tree).status, PRO_TK_NO_ERROR);
   EXPECT_EQ(ItemsOf(sketch, PRO_CURVE), 2);
   EXPECT_EQ(ProFeatureElemtreeFree(&sketch, tree), PRO_TK_NO_ERROR);
-}
-
-TEST_F(SketchFeatureTest, TakenNameIsIgnored) {
-  EXPECT_EQ(Of(Incomplete(L"One", L"FRONT").feature).name, L"One");
-  EXPECT_EQ(Of(Incomplete(L"ONE", L"FRONT").feature).name, L"");
-  EXPECT_EQ(Of(Incomplete(L"front", L"FRONT").feature).name, L"");
 }
 
 TEST_F(SketchFeatureTest, WrongTreesAreRefused) {

@@ -1,8 +1,11 @@
+// Features of solids as trees: what a tree must hold, and which number goes where.
 #include <gmock/gmock.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <limits>
 #include <numbers>
 
 #include "tests/host/feature_ground.h"
@@ -10,10 +13,12 @@
 namespace bench {
 namespace {
 
+using support::NodeRow;
 using support::NodeRows;
-using support::Tree;
 using support::With;
 using Items = std::vector<ItemReference>;
+using Path = std::vector<int>;
+using Value = ElementNode::Value;
 
 constexpr double kPi = std::numbers::pi;
 
@@ -184,63 +189,160 @@ TEST_F(SolidFeaturesTest, ThreadIsANoteOnACylinderThatBeginsAtItsEnd) {
   ExpectMade(With(Thread(), {{4901}, Items{ItemOf(PRO_EDGE, HoleKey("side"))}}));
 }
 
-class HoleChartsTest : public SolidFeaturesTest {
- protected:
-  // Charts at a place under the test's folder: A has one row, Iso has three behind a line that is none.
-  void WriteCharts(const std::wstring& place) {
-    std::filesystem::create_directories(PathOf(place));
-    WriteFile(place + L"\\A.hol", "THREAD_DATA\nFASTENER_ID\n1/4-20 0.25\n");
-    WriteFile(place + L"\\Iso.HOL",
-              "M8x1.25 before the table\r\n! a note\nThread_Data in use\n fastener_id PITCH\n"
-              "M6x1\t1\n!M7x1\n\n  M8x1.25 1.25\nM8x.75");
-  }
-  // The indices that the calls leave in a hole's tree, or the status of the first that failed.
-  std::vector<int> LookUp(std::wstring series, std::wstring size) {
-    Tree tree;
-    tree.Integer(tree.Root(), 387, 911);
-    const ProElement hole = tree.Compound(tree.Root(), 1671);
-    ProElement elements[2] = {};
-    const int ids[] = {1356, 1358};
-    for (int i = 0; i < 2; ++i) {
-      elements[i] = tree.Compound(hole, ids[i]);
-      EXPECT_EQ(ProElementIntegerSet(elements[i], 0), PRO_TK_NO_ERROR);
-    }
-    ProError status = ProElementHoleThreadSeriesSet(tree.Root(), part_, series.data());
-    if (status == PRO_TK_NO_ERROR) status = ProElementHoleScrewSizeSet(tree.Root(), part_, size.data());
-    if (status != PRO_TK_NO_ERROR) return {status};
-    std::vector<int> indices(2);
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(ProElementIntegerGet(elements[i], &indices[i]), PRO_TK_NO_ERROR);
-    return indices;
-  }
-  void Install(const std::wstring& place) { SetEnvironmentVariableW(L"PRO_DIRECTORY", place.c_str()); }
-};
-
-TEST_F(HoleChartsTest, AreFoundUnderTheInstallationAndBesideIt) {
-  EXPECT_EQ(LookUp(L"ISO", L"M6x1"), std::vector<int>{PRO_TK_E_NOT_FOUND});
-  const std::wstring places[] = {L"1\\app\\text\\hole", L"2\\app\\Common Files\\text\\hole",
-                                 L"3\\Common Files\\text\\hole"};
-  for (const std::wstring& place : places) {
-    WriteCharts(place);
-    Install(PathOf(place.substr(0, 1) + L"\\app"));
-    EXPECT_EQ(LookUp(L"ISO", L"m8X1.25"), (std::vector<int>{1, 1}));
-  }
-  EXPECT_EQ(LookUp(L"a", L"1/4-20"), (std::vector<int>{0, 0}));
-  EXPECT_EQ(LookUp(L"ISO", L"M8x.75"), (std::vector<int>{1, 2}));
-  for (const wchar_t* none : {L"M7x1", L"FASTENER_ID", L"M8"})
-    EXPECT_EQ(LookUp(L"ISO", none), std::vector<int>{PRO_TK_E_NOT_FOUND});
-  EXPECT_EQ(LookUp(L"UNC", L"M6x1"), std::vector<int>{PRO_TK_E_NOT_FOUND});
-}
-
-TEST_F(HoleChartsTest, BoundTheIndicesOfAThread) {
+TEST_F(SolidFeaturesTest, TheChartsOfTheInstallationBoundTheIndicesOfAThread) {
   MakeHole();
-  WriteCharts(L"text\\hole");
-  Install(directory());
+  // A has one row, Iso has three behind a line that is none.
+  std::filesystem::create_directories(PathOf(L"text\\hole"));
+  WriteFile(L"text\\hole\\A.hol", "THREAD_DATA\nFASTENER_ID\n1/4-20 0.25\n");
+  WriteFile(L"text\\hole\\Iso.HOL",
+            "M8x1.25 before the table\r\n! a note\nThread_Data in use\n fastener_id PITCH\n"
+            "M6x1\t1\n!M7x1\n\n  M8x1.25 1.25\nM8x.75");
+  SetEnvironmentVariableW(L"PRO_DIRECTORY", directory().c_str());
   ExpectRefusal(With(Thread(), {{4975}, 2}));
   ExpectRefusal(With(Thread(), {{4976}, 3}));
   ExpectMade(Thread());
   // A thread that stands outlives its chart.
-  Install(PathOf(L"nowhere"));
+  SetEnvironmentVariableW(L"PRO_DIRECTORY", PathOf(L"nowhere").c_str());
   EXPECT_EQ(ProSolidRegenerate(Solid(), 0), PRO_TK_NO_ERROR);
+}
+
+// Rounds, chamfers and drafts.
+Path InSet(const Path& rest) {
+  Path path{2101, 2102};
+  path.insert(path.end(), rest.begin(), rest.end());
+  return path;
+}
+
+const Path kEdges = InSet({2121, 2124}), kReference = InSet({2121, 2104});
+const Path kFirstLeg = InSet({2123, 2122, 2106, 2109}), kSecondLeg = InSet({2123, 2122, 2107, 2109});
+const Path kFirstLegKind = InSet({2123, 2122, 2106, 2108}), kSecondLegKind = InSet({2123, 2122, 2107, 2108});
+
+class EdgeFeaturesTest : public support::FeatureTest {
+ protected:
+  // A plate of 40 by 20, 10 high.
+  void SetUp() override {
+    FeatureTest::SetUp();
+    if (HasFatalFailure()) return;
+    plate_ = std::to_string(Extrude(*part_, Plate(), {}).feature.id);
+    front_ = ItemOf(PRO_EDGE, plate_ + ":end|" + plate_ + ":side:1");
+    left_ = ItemOf(PRO_EDGE, plate_ + ":end|" + plate_ + ":side:4");
+    foot_ = ItemOf(PRO_EDGE, plate_ + ":start|" + plate_ + ":side:1");
+    upright_ = ItemOf(PRO_EDGE, plate_ + ":side:3|" + plate_ + ":side:4");
+    top_ = ItemOf(PRO_SURFACE, plate_ + ":end");
+    wall_ = ItemOf(PRO_SURFACE, plate_ + ":side:1");
+  }
+
+  static Value Edges(const Items& edges, bool run_on = true) {
+    Collection collection;
+    for (const ItemReference& edge : edges) collection.instructions.push_back({101, true, {edge}});
+    if (run_on) collection.instructions.push_back({114, true, {}});
+    return collection;
+  }
+
+  static Value Faces(const Items& faces) {
+    Collection collection{true, {}};
+    for (const ItemReference& face : faces) collection.instructions.push_back({1, true, {face}});
+    return collection;
+  }
+
+  NodeRows Round() {
+    return {{{387}, 913},
+            {InSet({2178}), 0},
+            {InSet({2177, 2119}), 2},
+            {InSet({2121, 2179}), 1},
+            {kEdges, Edges({front_})},
+            {kFirstLegKind, 1},
+            {kFirstLeg, 2.0},
+            {{3042}, 0}};
+  }
+
+  NodeRows Chamfer(int scheme, double first, std::optional<double> second = {}) {
+    NodeRows rows{{{387}, 914},       {InSet({2103}), scheme}, {InSet({3184}), 1}, {kEdges, Edges({front_})},
+                  {kFirstLegKind, 1}, {kFirstLeg, first},      {{3042}, 0},        {{2113}, Value{}}};
+    if (second)
+      rows.insert(rows.end(), {{kReference, Items{top_}}, {kSecondLegKind, 1}, {kSecondLeg, *second}});
+    return rows;
+  }
+
+  NodeRows Draft() {
+    return {{{387}, 927},
+            {{3305}, 0},
+            {{2154}, 0},
+            {{2213}, Faces({wall_})},
+            {{3252, 3253}, Items{upright_}},
+            {{3252, 3254}, 1},
+            {{2150}, 1},
+            {{3177}, 1},
+            {{2164, 2167}, 2},
+            {{2164, 2124}, Edges({foot_}, false)},
+            {{2164, 2171}, 0},
+            {{2164, 2168}, 5.0}};
+  }
+
+  std::string plate_;
+  ItemReference front_, left_, foot_, upright_, top_, wall_;
+};
+
+TEST_F(EdgeFeaturesTest, AChamfersFirstLegLiesOnItsReference) {
+  const FeatureOutcome outcome = CreateOf(Chamfer(603, 4, 2));
+  ASSERT_EQ(outcome.status, PRO_TK_NO_ERROR);
+  ExpectVolume(40 * 20 * 10 - 4.0 * 2 / 2 * 40);
+  const auto& faces = part_->topology.faces;
+  const auto top = std::ranges::find(faces, plate_ + ":end", &FaceInfo::key);
+  ASSERT_NE(top, faces.end());
+  EXPECT_NEAR(top->area, 40 * (20 - 4), 1e-6);
+  const Feature* made = part_->FindFeature(outcome.feature);
+  EXPECT_EQ(made->type, 914);
+  EXPECT_THAT(made->parents, testing::ElementsAre(std::stoi(plate_)));
+}
+
+TEST_F(EdgeFeaturesTest, WrongTreesAreRefused) {
+  ExpectEveryRowToMatter(Round());
+  ExpectEveryRowToMatter(Chamfer(602, 3));
+  ExpectEveryRowToMatter(Chamfer(603, 3, 2));
+  ExpectEveryRowToMatter(Chamfer(604, 45, 2));
+
+  const double infinite = std::numeric_limits<double>::infinity();
+  const ItemReference feature{PRO_FEATURE, std::stoi(plate_), SolidHandle(*part_)};
+  Collection excluded = std::get<Collection>(Edges({front_}));
+  excluded.instructions.front().include = false;
+  Collection run_on_first = std::get<Collection>(Edges({front_}));
+  std::swap(run_on_first.instructions.front(), run_on_first.instructions.back());
+  const NodeRows round = Round(), equal = Chamfer(602, 3), two = Chamfer(603, 3, 2);
+  const NodeRows angle = Chamfer(604, 45, 2), draft = Draft();
+  const struct {
+    NodeRows right;
+    int element;  // that the refusal names
+    NodeRow wrong;
+  } cases[] = {
+      {round, 2119, {InSet({2177, 2119}), 1}},
+      {round, 2109, {kFirstLeg, infinite}},
+      {round, 2107, {InSet({2123, 2122, 2107}), Value{}}},
+      {round, 2124, {kEdges, Edges({})}},
+      {round, 2124, {kEdges, Edges({top_})}},
+      {round, 2124, {kEdges, Faces({top_})}},
+      {round, 2124, {kEdges, excluded}},
+      {round, 2124, {kEdges, run_on_first}},
+      {equal, 2103, {InSet({2103}), 605}},
+      {equal, 2104, {kReference, Items{top_}}},
+      {equal, 2106, {kFirstLeg, -1.0}},
+      {two, 2104, {kReference, Items{foot_}}},
+      {two, 2107, {InSet({2123, 2122, 2107}), {}}},
+      {angle, 2106, {kFirstLeg, 90.0}},
+      {draft, 2168, {{2164, 2168}, 30.5}},
+      {draft, 2168, {{2164, 2168}, std::nan("")}},
+      {draft, 2213, {{2213}, Faces({})}},
+      {draft, 2213, {{2213}, Faces({foot_})}},
+      {draft, 2124, {{2164, 2124}, Edges({foot_})}},
+      {draft, 3253, {{3252, 3253}, Items{feature}}},
+      {draft, 3254, {{3252, 3254}, 0}},
+  };
+  for (const auto& [right, element, wrong] : cases) ExpectRefusal(With(right, wrong), element);
+  for (const NodeRows& right : {round, equal, two, angle, draft}) {
+    FeatureOutcome made = CreateOf(right);
+    EXPECT_EQ(made.status, PRO_TK_NO_ERROR);
+    EXPECT_EQ(ProFeatureDelete(Solid(), &made.feature, 1, nullptr, 0), PRO_TK_NO_ERROR);
+  }
 }
 
 }  // namespace

@@ -1,6 +1,4 @@
-#include <ProArray.h>
 #include <ProUI.h>
-#include <gmock/gmock.h>
 
 #include <chrono>
 
@@ -10,7 +8,6 @@ namespace bench {
 namespace {
 
 using std::chrono::milliseconds;
-using testing::ElementsAre;
 using Clock = UserInterface::Clock;
 
 // What the timer's action does each time it fires.
@@ -87,33 +84,6 @@ TEST_F(TimersTest, ATimerRunsOnADialogThatExistsUntilEitherIsDestroyed) {
   ui().RunTimersOnce();
   EXPECT_EQ(ticks.count, 0);
   EXPECT_EQ(ui().TimerCount(), 0u);
-}
-
-class DialogsTest : public support::BenchTest {
- protected:
-  ProError ShowMessage(std::wstring_view text, ProUIMessageButton default_button = PRO_UI_MESSAGE_OK) {
-    support::Buffer<32> title(L"Information");
-    support::Buffer<200> buffer(text);
-    ProArray buttons = nullptr;
-    EXPECT_EQ(ProArrayAlloc(1, sizeof(ProUIMessageButton), 1, &buttons), PRO_TK_NO_ERROR);
-    *static_cast<ProUIMessageButton*>(buttons) = PRO_UI_MESSAGE_OK;
-    const ProError status = ProUIMessageDialogDisplay(
-        PROUIMESSAGE_INFO, title, buffer, static_cast<ProUIMessageButton*>(buttons), default_button, &answer);
-    EXPECT_EQ(ProArrayFree(&buttons), PRO_TK_NO_ERROR);
-    return status;
-  }
-  ProUIMessageButton answer{};
-};
-
-TEST_F(DialogsTest, AMessageIsSaidOnOneLineAndAnswersItsDefaultUnlessScripted) {
-  EXPECT_EQ(ShowMessage(L"text", static_cast<ProUIMessageButton>(7)), PRO_TK_BAD_INPUTS) << "no such button";
-  EXPECT_EQ(ShowMessage(L"first\nsecond\r\nÄ"), PRO_TK_NO_ERROR);
-  EXPECT_EQ(answer, PRO_UI_MESSAGE_OK);
-  EXPECT_THAT(host().announcements.Lines(), ElementsAre("message: first\\nsecond\\nÄ"));
-  host().ui.AnswerNext(L"cancel");
-  host().ui.AnswerNext(L"ok");
-  EXPECT_EQ(ShowMessage(L"one"), PRO_TK_USER_ABORT);
-  EXPECT_EQ(ShowMessage(L"two"), PRO_TK_NO_ERROR);
 }
 
 }  // namespace

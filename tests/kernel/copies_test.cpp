@@ -3,21 +3,19 @@
 
 #include <algorithm>
 
-#include "tests/kernel/recipes.h"
+#include "tests/kernel/scenes.h"
 
 namespace bench::kernel::testing {
 namespace {
 
-json Shift(double x, double y) {
-  return {1, 0, 0, x, 0, 1, 0, y, 0, 0, 1, 0};
-}
+using Places = std::vector<std::vector<double>>;
 
-json Pattern(int feature, const std::vector<int>& members, const std::vector<json>& motions) {
+json Pattern(int feature, const std::vector<int>& members, const Places& motions) {
   return {{"feature", feature}, {"kind", "pattern"}, {"members", members}, {"motions", motions}};
 }
 
 // 60 x 40 x 10 with a corner in the origin.
-json Plate() {
+json Slab() {
   return Extrude(1, Front(), Rectangle(1, 0, 0, 60, 40));
 }
 
@@ -34,7 +32,8 @@ std::vector<double> Centers(const json& part, const std::string& prefix) {
 
 TEST(Pattern, MakesAGridOfHoles) {
   const json hole = Extrude(2, FrontAt(10), {Circle(1, 10, 10, 2)}, {"cut", "through_all", 0, 0, true});
-  const json part = Built({Plate(), hole, Pattern(3, {2}, {Shift(20, 0), Shift(0, 20), Shift(20, 20)})});
+  const json part =
+      Built({Slab(), hole, Pattern(3, {2}, {Shift(20, 0, 0), Shift(0, 20, 0), Shift(20, 20, 0)})});
   // Four holes of radius 2 through 10.
   ExpectClose(Volume(part), 60 * 40 * 10 - 4 * kPi * 4 * 10);
   // A plate's six faces and a wall each; those of the copies belong to the pattern.
@@ -47,13 +46,13 @@ TEST(Pattern, MakesAGridOfHoles) {
 TEST(Pattern, RepeatsAllMembersInTheirOrderWithWhatStandsOnThem) {
   // A boss with a bore of radius 1 through it and the plate.
   const json bore = Extrude(3, FrontAt(15), {Circle(1, 10, 10, 1)}, {"cut", "through_all", 0, 0, true});
-  const json part = Built({Plate(), Boss(2, 10, 10), bore, Pattern(4, {2, 3}, {Shift(20, 0)})});
+  const json part = Built({Slab(), Boss(2, 10, 10), bore, Pattern(4, {2, 3}, {Shift(20, 0, 0)})});
   ExpectClose(Volume(part), 60 * 40 * 10 + 2 * (kPi * 4 * 5 - kPi * 15));
   EXPECT_EQ(FaceNamed(part, "4:2/3:side:1")["feature"], 4);
 
   // What a sketch draws is drawn again under the pattern's numbers.
-  const json drawn = Built({Plate(), SketchRecipe(2, Front(), {Line(7, 0, 0, 3, 0)}),
-                            Pattern(3, {2}, {Shift(20, 0), Shift(40, 0)})});
+  const json drawn = Built({Slab(), SketchRecipe(2, Front(), {Line(7, 0, 0, 3, 0)}),
+                            Pattern(3, {2}, {Shift(20, 0, 0), Shift(40, 0, 0)})});
   EXPECT_EQ(Keys(drawn["curves"]), (std::vector<std::string>{"2:curve:7", "3:curve:1", "3:curve:2"}));
   ExpectClose(Named(drawn["curves"], "3:curve:2")["from"], {40, 0, 0});
 }
@@ -68,13 +67,13 @@ json Round(int feature, const std::string& edge, double radius) {
 
 TEST(Pattern, TakesRoundsOfItsMembersAlong) {
   // A post 8 x 8 x 6 with a round of 2 on an upright edge, and one of 0.5 where that meets the post's top.
-  const Recipes one = {Plate(), Extrude(2, FrontAt(10), Rectangle(1, 5, 5, 8, 8), {.depth = 6}),
+  const Recipes one = {Slab(), Extrude(2, FrontAt(10), Rectangle(1, 5, 5, 8, 8), {.depth = 6}),
                        Round(3, "2:side:2|2:side:3", 2), Round(4, "2:end|3:round:(2:side:2|2:side:3)", 0.5)};
   // Each copy adds what the first post has added to the plate.
   const double volume = Volume(Built(one));
   EXPECT_LT(volume, 60 * 40 * 10 + (8 * 8 - (1 - kPi / 4) * 4) * 6);
   Recipes recipes = one;
-  recipes.push_back(Pattern(5, {2, 3, 4}, {Shift(20, 0), Shift(0, 20)}));
+  recipes.push_back(Pattern(5, {2, 3, 4}, {Shift(20, 0, 0), Shift(0, 20, 0)}));
   const json part = Built(recipes);
   ExpectClose(Volume(part), volume + 2 * (volume - 60 * 40 * 10));
   EXPECT_EQ(FaceNamed(part, "5:2/3:round:(5:2/2:side:2|5:2/2:side:3)")["feature"], 5);
@@ -83,12 +82,12 @@ TEST(Pattern, TakesRoundsOfItsMembersAlong) {
 TEST(Pattern, CopiesMayOverlapAndGrowTogether) {
   // Blocks of 10 every 5: 25 long in all, one bar.
   const json block = Extrude(1, Front(), Rectangle(1, 0, 0, 10, 10));
-  const json part = Built({block, Pattern(2, {1}, {Shift(5, 0), Shift(10, 0), Shift(15, 0)})});
+  const json part = Built({block, Pattern(2, {1}, {Shift(5, 0, 0), Shift(10, 0, 0), Shift(15, 0, 0)})});
   ExpectClose(Volume(part), 25 * 10 * 10);
   EXPECT_EQ(part["faces"].size(), 6u);
   // One that fills a gap flush has no face of its own, and is there all the same.
   const json slab = Extrude(2, Front(), Rectangle(1, 20, 0, 10, 10));
-  const json bridged = Built({block, slab, Pattern(3, {1}, {Shift(10, 0)})});
+  const json bridged = Built({block, slab, Pattern(3, {1}, {Shift(10, 0, 0)})});
   ExpectClose(Volume(bridged), 30 * 10 * 10);
 }
 
@@ -98,14 +97,14 @@ TEST(Pattern, IsRefusedWithTheReason) {
                        {"faces", json::array()}, {"quilts", json::array()}, {"curves", json::array()},
                        {"points", json::array()}};
   const std::pair<Recipes, std::string> cases[] = {
-      {{Plate(), boss, Pattern(3, {2}, {Shift(0, 0)})}, "adds and removes nothing"},
-      {{Plate(), Boss(3, 50, 10), boss, Pattern(4, {2}, {Shift(20, 0), Shift(40, 0)})},
+      {{Slab(), boss, Pattern(3, {2}, {Shift(0, 0, 0)})}, "adds and removes nothing"},
+      {{Slab(), Boss(3, 50, 10), boss, Pattern(4, {2}, {Shift(20, 0, 0), Shift(40, 0, 0)})},
        "4:3/2 adds and removes nothing"},
-      {{Plate(), Extrude(2, Front(), {Circle(1, 50, 10, 2)}, {.operation = "cut"}),
-        Pattern(3, {2}, {Shift(40, 0)})},
+      {{Slab(), Extrude(2, Front(), {Circle(1, 50, 10, 2)}, {.operation = "cut"}),
+        Pattern(3, {2}, {Shift(40, 0, 0)})},
        "3:2/2 can't be made: The cut removes nothing"},
-      {{Plate(), Pattern(3, {2}, {Shift(20, 0)})}, "Feature 2 has no geometry"},
-      {{Plate(), mirror, Pattern(3, {2}, {Shift(20, 0)})}, "Feature 2 is of a kind that can't be repeated"},
+      {{Slab(), Pattern(3, {2}, {Shift(20, 0, 0)})}, "Feature 2 has no geometry"},
+      {{Slab(), mirror, Pattern(3, {2}, {Shift(20, 0, 0)})}, "Feature 2 is of a kind that can't be repeated"},
   };
   for (const auto& [recipes, reason] : cases)
     EXPECT_NE(Reason(recipes).find(reason), std::string::npos) << Reason(recipes) << " / " << reason;
@@ -130,7 +129,7 @@ std::vector<std::string> AllFaces(const Recipes& recipes) {
 }
 
 // 10 x 20 x 30 at x 5..15.
-json Block() {
+json Bar() {
   return Extrude(1, Front(), Rectangle(1, 5, 0, 10, 20), {.depth = 30});
 }
 
@@ -141,8 +140,8 @@ Recipes PlateWithBoss() {
 }
 
 TEST(Mirror, GivesAQuiltThatIsNoPartOfTheSolid) {
-  const Originals all{.faces = AllFaces({Block()})};
-  const json part = Built({Block(), Mirror(2, Right(), all)});
+  const Originals all{.faces = AllFaces({Bar()})};
+  const json part = Built({Bar(), Mirror(2, Right(), all)});
   ExpectClose(Volume(part), 10 * 20 * 30);
   EXPECT_EQ(part["faces"].size(), 6u);
   ASSERT_EQ(part["quilts"].size(), 1u);
@@ -154,14 +153,14 @@ TEST(Mirror, GivesAQuiltThatIsNoPartOfTheSolid) {
   ExpectClose(quilt["area"], 2 * (10 * 20 + 10 * 30 + 20 * 30));
 
   // Two faces that don't touch are two quilts, both open.
-  const json apart = Built({Block(), Mirror(2, Right(), {.faces = {"1:start", "1:end"}})});
+  const json apart = Built({Bar(), Mirror(2, Right(), {.faces = {"1:start", "1:end"}})});
   ASSERT_EQ(apart["quilts"].size(), 2u);
   for (const json& open : apart["quilts"]) EXPECT_EQ(open["closed"], false);
 }
 
 TEST(Mirror, AClosedQuiltBecomesSolid) {
-  const Originals all{.faces = AllFaces({Block()})};
-  const json part = Built({Block(), Mirror(2, Right(), all), Solidify(3, "2:quilt:1")});
+  const Originals all{.faces = AllFaces({Bar()})};
+  const json part = Built({Bar(), Mirror(2, Right(), all), Solidify(3, "2:quilt:1")});
   ExpectClose(Volume(part), 2 * 10 * 20 * 30);
   ExpectClose(Box(part["outline"]), {-15, 0, 0, 15, 20, 30});
   EXPECT_EQ(part["bodies"], 2);
@@ -173,7 +172,7 @@ TEST(Mirror, AClosedQuiltBecomesSolid) {
 
   // About the side at x = 5 the two grow together: 20 in all.
   const json plane = {{"origin", {5, 0, 0}}, {"x", {0, 1, 0}}, {"y", {0, 0, 1}}};
-  const json whole = Built({Block(), Mirror(2, plane, all), Solidify(3, "2:quilt:1")});
+  const json whole = Built({Bar(), Mirror(2, plane, all), Solidify(3, "2:quilt:1")});
   ExpectClose(Volume(whole), 20 * 20 * 30);
   EXPECT_EQ(whole["faces"].size(), 6u);
 }
@@ -199,7 +198,7 @@ TEST(Mirror, ReflectsCurvesAndPoints) {
 }
 
 TEST(Mirror, IsRefusedWithTheReason) {
-  const Originals all{.faces = AllFaces({Block()})};
+  const Originals all{.faces = AllFaces({Bar()})};
   Recipes open = PlateWithBoss();
   // The image hangs in the air below the plate, or lies wholly inside it.
   Recipes inside = open;
@@ -208,10 +207,10 @@ TEST(Mirror, IsRefusedWithTheReason) {
   for (Recipes* recipes : {&open, &inside}) recipes->push_back(Solidify(4, "3:quilt:1"));
   const json middle = {{"origin", {10, 0, 0}}, {"x", {0, 1, 0}}, {"y", {0, 0, 1}}};
   const std::pair<Recipes, std::string> cases[] = {
-      {{Block(), Mirror(2, Right(), {.faces = {"1:side:9"}})}, "no face 1:side:9"},
-      {{Block(), Mirror(2, Right(), {.curves = {"1:curve:1"}})}, "Feature 1 draws nothing"},
-      {{Block(), Solidify(2, "1:quilt:1")}, "no quilt 1:quilt:1"},
-      {{Block(), Mirror(2, middle, all), Solidify(3, "2:quilt:1")}, "adds nothing"},
+      {{Bar(), Mirror(2, Right(), {.faces = {"1:side:9"}})}, "no face 1:side:9"},
+      {{Bar(), Mirror(2, Right(), {.curves = {"1:curve:1"}})}, "Feature 1 draws nothing"},
+      {{Bar(), Solidify(2, "1:quilt:1")}, "no quilt 1:quilt:1"},
+      {{Bar(), Mirror(2, middle, all), Solidify(3, "2:quilt:1")}, "adds nothing"},
       {open, "the body doesn't close it"},
       {inside, "the body doesn't close it"},
   };

@@ -15,61 +15,28 @@
 #include <filesystem>
 #include <fstream>
 
+#include "bench/kernel/base64.h"
 #include "bench/kernel/bounds.h"
 #include "bench/kernel/measures.h"
-#include "bench/kernel/requests.h"
-#include "tests/kernel/recipes.h"
+#include "tests/kernel/scenes.h"
 
 namespace bench::kernel::testing {
 namespace {
 
-// A plate of 20 · 30 · 10 with a hole of radius 3.
-Recipes Plate() {
-  return {Extrude(1, Front(), Rectangle(1, 0, 0, 20, 30)),
-          Extrude(2, Front(), {Circle(1, 10, 10, 3)}, {.operation = "cut", .mode = "through_all"})};
-}
-constexpr double kPlate = 6000 - 90 * kPi;
-
-json PartModel(const std::string& name, const Recipes& recipes) {
-  return {{"name", name}, {"recipes", recipes}};
-}
-
-// The models of a scene; the last one is the root.
 using Models = std::vector<json>;
 
-json ExportRequest(const std::string& format, const Models& models) {
-  return {{"id", 1}, {"do", "export"}, {"format", format}, {"models", models}, {"root", models.size() - 1}};
-}
-
 json Export(const std::string& format, const Models& models) {
-  Requests requests;
-  return json::parse(requests.Answer(ExportRequest(format, models).dump()));
-}
-
-std::string Decoded(const std::string& text) {
-  static const std::string kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string bytes;
-  std::uint32_t bits = 0;
-  int count = 0;
-  for (const char letter : text) {
-    if (letter == '=') break;
-    bits = bits << 6 | static_cast<std::uint32_t>(kLetters.find(letter));
-    count += 6;
-    if (count < 8) continue;
-    count -= 8;
-    bytes += static_cast<char>(bits >> count & 0xff);
-  }
-  return bytes;
+  return Ask("export", models, {{"format", format}});
 }
 
 std::string Bytes(const std::string& format, const Models& models) {
   const json answer = Export(format, models);
   EXPECT_TRUE(answer.contains("ok") && answer["ok"].contains("bytes")) << answer;
-  return Decoded(answer["ok"].value("bytes", ""));
+  return FromBase64(answer["ok"].value("bytes", "")).value_or("");
 }
 
 std::string Bytes(const std::string& format, const Recipes& recipes, const std::string& name) {
-  return Bytes(format, {PartModel(name, recipes)});
+  return Bytes(format, {PartOf(recipes, name)});
 }
 
 // What the reader makes of the bytes of a file.
@@ -98,18 +65,6 @@ TEST(Step, ReadsBackAsTheSameSolid) {
   EXPECT_NE(bytes.find("SI_UNIT(.MILLI.,.METRE.)"), std::string::npos);
 }
 
-TEST(Step, OfSeveralSolidsIsOneProduct) {
-  Recipes recipes = Plate();
-  recipes.push_back(Extrude(3, Front(), Rectangle(1, 50, 0, 5, 5)));
-  const std::string bytes = Bytes("step", recipes, "TWO");
-  const NamedShape back = ReadBack<STEPControl_Reader>(bytes);
-  EXPECT_EQ(back.solids.size(), 2u);
-  ExpectClose(VolumeOf(back), kPlate + 250);
-  const std::size_t first = bytes.find("= PRODUCT(");
-  EXPECT_NE(first, std::string::npos);
-  EXPECT_EQ(bytes.find("= PRODUCT(", first + 1), std::string::npos);
-}
-
 TEST(Iges, ReadsBackAsTheSameSolid) {
   const std::string bytes = Bytes("iges", Plate(), "BRACKET");
   const NamedShape back = ReadBack<IGESControl_Reader>(bytes);
@@ -126,7 +81,7 @@ TEST(Export, OfNoSolidIsAValidFileWithTheNameButForStl) {
   const std::string iges = Bytes("iges", {}, "EMPTY");
   EXPECT_TRUE(ReadBack<IGESControl_Reader>(iges).IsEmpty());
   EXPECT_NE(iges.find("5HEMPTY"), std::string::npos);
-  EXPECT_EQ(Export("stl", {PartModel("EMPTY", {})})["ok"]["refused"], "There is no solid to write as STL.");
+  EXPECT_EQ(Export("stl", {PartOf({}, "EMPTY")})["ok"]["refused"], "There is no solid to write as STL.");
 }
 
 float Number(const std::string& bytes, std::size_t at) {
@@ -173,38 +128,34 @@ TEST(Stl, FollowsCurvedFacesAtAnySize) {
 TEST(Stl, LeavesThePartAsItWas) {
   Requests requests;
   const json regenerate = {{"id", 1}, {"do", "regenerate"}, {"recipes", Plate()}};
-  const json write = ExportRequest("stl", {PartModel("A", Plate())});
+  const json write = {{"id", 1},
+                      {"do", "export"},
+                      {"format", "stl"},
+                      {"models", json::array({PartOf(Plate())})},
+                      {"root", 0}};
   const std::string before = requests.Answer(regenerate.dump());
   requests.Answer(write.dump());
   EXPECT_EQ(requests.Answer(regenerate.dump()), before);
   EXPECT_EQ(requests.regenerator().features_built(), 2);
 }
 
-// A quarter turn about Z, then the shift: x' = -y + dx, y' = x + dy, z' = z + dz.
-std::vector<double> TurnedTo(double dx, double dy, double dz) {
-  return {0, -1, 0, dx, 1, 0, 0, dy, 0, 0, 1, dz};
-}
-std::vector<double> ShiftedTo(double dx, double dy, double dz) {
-  return {1, 0, 0, dx, 0, 1, 0, dy, 0, 0, 1, dz};
-}
-json Component(int id, int model, const std::vector<double>& place) {
-  return {{"id", id}, {"model", model}, {"place", place}};
+std::vector<double> TurnedTo(double x, double y, double z) {
+  return Turned(90, x, y, z);
 }
 
 // Two like parts of 20 · 30 · 10, a pair of the first turned and shifted, and a machine of the pair twice,
 // the copy in place, twins of it, what is empty, and the pair again at a quarter turn.
 Models Machine() {
   const Recipes block = {Extrude(1, Front(), Rectangle(1, 0, 0, 20, 30))};
-  const json pair = Entities{Component(5, 0, ShiftedTo(0, 0, 0)), Component(6, 0, TurnedTo(100, 0, 5))};
-  const json machine = Entities{Component(11, 3, ShiftedTo(0, 0, 50)), Component(12, 1, ShiftedTo(0, 0, 0)),
-                                Component(13, 1, ShiftedTo(0, 0, 0)),  Component(14, 2, ShiftedTo(9, 9, 9)),
-                                Component(15, 3, TurnedTo(0, 200, 0)), Component(16, 4, ShiftedTo(1, 1, 1))};
-  return {PartModel("BLOCK", block),
-          PartModel("COPY", block),
-          PartModel("NOTHING", {}),
-          {{"name", "PAIR"}, {"components", pair}},
-          {{"name", "BARE"}, {"components", json::array()}},
-          {{"name", "MACHINE"}, {"components", machine}}};
+  return {PartOf(block, "BLOCK"),
+          PartOf(block, "COPY"),
+          PartOf({}, "NOTHING"),
+          AssemblyOf({Placed(5, 0, Shift(0, 0, 0)), Placed(6, 0, TurnedTo(100, 0, 5))}, "PAIR"),
+          AssemblyOf({}, "BARE"),
+          AssemblyOf({Placed(11, 3, Shift(0, 0, 50)), Placed(12, 1, Shift(0, 0, 0)),
+                      Placed(13, 1, Shift(0, 0, 0)), Placed(14, 2, Shift(9, 9, 9)),
+                      Placed(15, 3, TurnedTo(0, 200, 0)), Placed(16, 4, Shift(1, 1, 1))},
+                     "MACHINE")};
 }
 
 // The boxes of the machine's solids, worked out from the corners (0, 0, 0) and (20, 30, 10) of a block.
@@ -284,21 +235,19 @@ TEST(Stl, OfAnAssemblyHasEachSolidInPlace) {
 }
 
 TEST(Scene, ThatMakesNoSenseIsAnError) {
-  const json block = PartModel("BLOCK", {});
+  const auto placed = [](int model, const std::vector<double>& place) {
+    return Models{PartOf({}), AssemblyOf({Placed(1, model, place)})};
+  };
   const struct {
     Models models;
     const char* error;
   } cases[] = {
       {{}, "'root'"},
-      {{block, {{"name", "A"}, {"components", Entities{Component(1, 1, ShiftedTo(0, 0, 0))}}}}, "before"},
-      {{block, {{"name", "A"}, {"components", Entities{Component(1, 0, {1, 0, 0, 0})}}}}, "twelve"},
-      {{block,
-        {{"name", "A"}, {"components", Entities{Component(1, 0, {2, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0})}}}},
-       "rigid"},
+      {placed(1, Shift(0, 0, 0)), "before"},
+      {placed(0, {1, 0, 0, 0}), "twelve"},
+      {placed(0, {2, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0}), "rigid"},
       // A mirror: the third column is not the product of the others.
-      {{block,
-        {{"name", "A"}, {"components", Entities{Component(1, 0, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0})}}}},
-       "rigid"},
+      {placed(0, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0}), "rigid"},
   };
   for (const auto& each : cases) {
     const json answer = Export("step", each.models);

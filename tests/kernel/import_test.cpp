@@ -61,13 +61,6 @@ std::string StepOf(const TopoDS_Shape& shape) {
   return bytes.str();
 }
 
-// A plate of 20 · 30 · 10 with a hole of radius 3.
-Recipes Plate() {
-  return {Extrude(1, Front(), Rectangle(1, 0, 0, 20, 30)),
-          Extrude(2, Front(), {Circle(1, 10, 10, 3)}, {.operation = "cut", .mode = "through_all"})};
-}
-constexpr double kPlate = 6000 - 90 * kPi;
-
 TEST(Import, GivesProductsWithTheirNamesAndPlaces) {
   Recipes two = Plate();
   two.push_back(Extrude(3, Front(), Rectangle(1, 50, 0, 5, 5)));
@@ -147,13 +140,6 @@ TEST(Import, OutlivesFilesWithHolesInThem) {
   EXPECT_GT(refused, 20);
   EXPECT_EQ(requests.Answer(regenerate.dump()), before);
   EXPECT_FALSE(ImportWith(requests, step)["ok"].contains("refused"));
-}
-
-TEST(Import, NeedsBase64) {
-  Requests requests;
-  EXPECT_TRUE(json::parse(requests.Answer(R"({"id": 1, "do": "import", "bytes": "a b"})")).contains("error"));
-  const std::string kBytes[] = {"", "f", "fo", "foo", "foob", std::string("\0\xff\x10", 3)};
-  for (const std::string& bytes : kBytes) EXPECT_EQ(FromBase64(Base64(bytes)), bytes);
 }
 
 TEST(ImportRecipe, JoinsTheBodyAndNamesItsFaces) {

@@ -5,8 +5,7 @@
 #include <set>
 #include <vector>
 
-#include "bench/kernel/requests.h"
-#include "tests/kernel/recipes.h"
+#include "tests/kernel/scenes.h"
 
 namespace bench::kernel::testing {
 namespace {
@@ -16,31 +15,19 @@ const json kFromFront = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 const json kFromTop = {{1, 0, 0}, {0, 0, 1}, {0, -1, 0}};
 
 // 20 · 30 · 10 with a corner in the origin.
-Recipes Block() {
+Recipes Board() {
   return {Extrude(1, Front(), Rectangle(1, 0, 0, 20, 30))};
 }
 
 // The same with a hole of radius 3 at (10, 10), from its front as deep as told.
-Recipes Plate(double depth) {
-  Recipes recipes = Block();
-  recipes.push_back(
-      Extrude(2, FrontAt(10), {Circle(1, 10, 10, 3)}, {.operation = "cut", .depth = depth, .reverse = true}));
-  return recipes;
+Recipes Drilled(double depth) {
+  return {Board()[0], Extrude(2, FrontAt(10), {Circle(1, 10, 10, 3)},
+                              {.operation = "cut", .depth = depth, .reverse = true})};
 }
 
-json SceneOf(const Recipes& recipes) {
-  return {{"models", {{{"name", "PART"}, {"recipes", recipes}}}}, {"root", 0}};
-}
-
-json Ask(json request, const json& view, const json& more = json::object()) {
-  Requests requests;
-  request.update({{"id", 1}, {"do", "project"}, {"view", view}});
-  request.update(more);
-  return json::parse(requests.Answer(request.dump()));
-}
-
-json Project(const Recipes& recipes, const json& view, const json& more = json::object()) {
-  return Ask(SceneOf(recipes), view, more).at("ok");
+json Project(const Recipes& recipes, const json& view, json more = json::object()) {
+  more["view"] = view;
+  return Ask("project", {PartOf(recipes)}, more).at("ok");
 }
 
 // A straight stroke as x1, y1, x2, y2, the lesser end first, to a thousandth of a millimetre.
@@ -68,7 +55,7 @@ double AreaOf(const json& polygon) {
 }
 
 TEST(Project, EdgesBehindOthersAreDrawnOnce) {
-  const json view = Project(Block(), kFromFront);
+  const json view = Project(Board(), kFromFront);
   EXPECT_EQ(Straight(view["visible"]),
             (Strokes{{0, 0, 20, 0}, {20, 0, 20, 30}, {0, 30, 20, 30}, {0, 0, 0, 30}}));
   EXPECT_EQ(view["visible"].size(), 4u);
@@ -78,7 +65,7 @@ TEST(Project, EdgesBehindOthersAreDrawnOnce) {
 }
 
 TEST(Project, AHoleIsACircleFromBeforeAndDashedFromAbove) {
-  const json front = Project(Plate(4), kFromFront);
+  const json front = Project(Drilled(4), kFromFront);
   ASSERT_EQ(front["visible"].size(), 5u);
   const json& circle =
       *std::ranges::find_if(front["visible"], [](const json& line) { return line.size() > 2; });
@@ -86,7 +73,7 @@ TEST(Project, AHoleIsACircleFromBeforeAndDashedFromAbove) {
   for (const json& point : circle)
     EXPECT_NEAR(std::hypot(point[0].get<double>() - 10, point[1].get<double>() - 10), 3, 1e-6);
   // From above, y points into the sheet and the front, z = 10, lies below. The hole reaches from z = 10 to 6.
-  const json top = Project(Plate(4), kFromTop);
+  const json top = Project(Drilled(4), kFromTop);
   EXPECT_EQ(top["visible"].size(), 4u);
   EXPECT_EQ(Straight(top["hidden"]), (Strokes{{7, -10, 7, -6}, {13, -10, 13, -6}, {7, -6, 13, -6}}));
 }
@@ -106,7 +93,7 @@ TEST(Project, SilhouettesAreDrawnAndSmoothEdgesAreNot) {
 TEST(Project, ACutTakesTheNearSideAwayAndTellsTheCutFaces) {
   // Through the hole's axis: what is left of the section on either side is 7 by 10.
   const json cut = {{"cut", {{"origin", {0, 10, 0}}, {"normal", {0, 2, 0}}}}};
-  const json across = Project(Plate(10), kFromTop, cut);
+  const json across = Project(Drilled(10), kFromTop, cut);
   ASSERT_EQ(across["section"].size(), 2u);
   for (const json& region : across["section"]) {
     ExpectClose(AreaOf(region["outer"]), 70);
@@ -117,37 +104,33 @@ TEST(Project, ACutTakesTheNearSideAwayAndTellsTheCutFaces) {
   // Parallel to the front: 20 by 30 with the circle in it; what is left is 5 thick, so that from the top
   // (where z points down) it reaches to -5.
   const json flat = {{"cut", {{"origin", {3, 4, 5}}, {"normal", {0, 0, 1}}}}};
-  const json from_front = Project(Plate(10), kFromFront, flat);
+  const json from_front = Project(Drilled(10), kFromFront, flat);
   ASSERT_EQ(from_front["section"].size(), 1u);
   EXPECT_EQ(from_front["section"][0]["body"], 0);
   ExpectClose(AreaOf(from_front["section"][0]["outer"]), 600);
   EXPECT_NEAR(AreaOf(from_front["section"][0]["holes"].at(0)), 9 * kPi, 0.1);
-  const json bounds = Project(Plate(10), kFromTop, {{"cut", flat["cut"]}, {"only_bounds", true}});
+  const json bounds = Project(Drilled(10), kFromTop, {{"cut", flat["cut"]}, {"only_bounds", true}});
   ExpectClose(bounds["low"], {0, -5});
   EXPECT_FALSE(bounds.contains("visible"));
 
   const json beside = {{"cut", {{"origin", {0, 30, 0}}, {"normal", {0, 1, 0}}}}};
-  EXPECT_TRUE(Project(Block(), kFromTop, beside)["section"].empty());
+  EXPECT_TRUE(Project(Board(), kFromTop, beside)["section"].empty());
   const json before = {{"cut", {{"origin", {0, 0, 0}}, {"normal", {0, 1, 0}}}}};
-  EXPECT_TRUE(Project(Block(), kFromTop, before)["low"].is_null());
+  EXPECT_TRUE(Project(Board(), kFromTop, before)["low"].is_null());
 }
 
 TEST(Project, BoundsAreExactFromAnywhere) {
   // Turned by 45 degrees about z: corners at (20, 30), (20, 0), (0, 30) lie at (x + y)/√2 and (y - x)/√2.
   const double s = std::sqrt(0.5);
-  const json bounds = Project(Block(), {{s, -s, 0}, {s, s, 0}, {0, 0, 1}}, {{"only_bounds", true}});
+  const json bounds = Project(Board(), {{s, -s, 0}, {s, s, 0}, {0, 0, 1}}, {{"only_bounds", true}});
   ExpectClose(bounds["low"], {0, -20 * s});
   ExpectClose(bounds["high"], {50 * s, 30 * s});
 }
 
 TEST(Project, OneBodyHidesAnother) {
   // The second block stands 10 to the right, 10 higher and behind the first, which covers its lower left.
-  json scene = SceneOf(Block());
-  const json first = {{"id", 1}, {"model", 0}, {"place", {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0}}};
-  const json second = {{"id", 2}, {"model", 0}, {"place", {1, 0, 0, 10, 0, 1, 0, 10, 0, 0, 1, -20}}};
-  scene["models"].push_back({{"name", "BOTH"}, {"components", json::array({first, second})}});
-  scene["root"] = 1;
-  const json view = Ask(scene, kFromFront).at("ok");
+  const json both = AssemblyOf({Placed(1, 0, Shift(0, 0, 0)), Placed(2, 0, Shift(10, 10, -20))});
+  const json view = Ask("project", {PartOf(Board()), both}, {{"view", kFromFront}}).at("ok");
   EXPECT_EQ(Straight(view["visible"]), (Strokes{{0, 0, 20, 0},
                                                 {20, 0, 20, 30},
                                                 {0, 30, 20, 30},
@@ -163,12 +146,13 @@ TEST(Project, SenselessViewsAndCutsAreComplainedAboutAndNothingHasNoBounds) {
   const json nothing = Project({}, kFromFront);
   EXPECT_TRUE(nothing["low"].is_null() && nothing["high"].is_null());
   EXPECT_TRUE(nothing["visible"].empty());
+  const auto error = [](const json& request) {
+    return Ask("project", {PartOf(Board())}, request).value("error", "");
+  };
   const json mirrored = {{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
-  EXPECT_NE(Ask(SceneOf(Block()), mirrored).value("error", "").find("'view' must be a rotation"),
-            std::string::npos);
-  const json flat_cut = {{"cut", {{"origin", {0, 0, 0}}, {"normal", {0, 0, 0}}}}};
-  EXPECT_NE(Ask(SceneOf(Block()), kFromFront, flat_cut).value("error", "").find("'normal'"),
-            std::string::npos);
+  EXPECT_NE(error({{"view", mirrored}}).find("'view' must be a rotation"), std::string::npos);
+  const json flat_cut = {{"origin", {0, 0, 0}}, {"normal", {0, 0, 0}}};
+  EXPECT_NE(error({{"view", kFromFront}, {"cut", flat_cut}}).find("'normal'"), std::string::npos);
 }
 
 }  // namespace

@@ -96,6 +96,10 @@ Entities HalfDisc() {
   return {Arc(1, 0, 0, 10, -kPi / 2, kPi / 2), Line(2, 0, 10, 0, -10), Centerline(3, 0, 0, 0, 1)};
 }
 
+json Brick(double width, double height, double depth) {
+  return Extrude(41, Front(), Rectangle(1, 0, 0, width, height), {.depth = depth});
+}
+
 json SketchRecipe(int feature, const json& plane, const Entities& entities) {
   return {{"feature", feature}, {"kind", "sketch"}, {"plane", plane}, {"entities", entities}};
 }
@@ -134,6 +138,14 @@ json Built(const Recipes& recipes) {
 std::string Reason(const Recipes& recipes) {
   const json part = Regenerate(recipes);
   return part.at("features").back().value("reason", "");
+}
+
+void ExpectRefused(Recipes recipes, const json& last, const std::string& reason) {
+  const double standing = Volume(Built(recipes));
+  recipes.push_back(last);
+  const json part = Regenerate(recipes);
+  EXPECT_EQ(part.at("features").back().value("reason", ""), reason) << last;
+  ExpectClose(Volume(part), standing);
 }
 
 json Named(const json& list, const std::string& key) {

@@ -42,6 +42,8 @@ Entities Polygon(int first, const Corners& corners);
 Entities Rectangle(int first, double x, double y, double width, double height);
 // 2a long between the centres of its ends, 2r wide, about the origin.
 Entities Slot(int first, double a, double r);
+// On FRONT as feature 41, with a corner in the origin.
+json Brick(double width = 40, double height = 30, double depth = 10);
 // With its axis, about which it turns into a ball of radius 10.
 Entities HalfDisc();
 // All entities of lists and single ones.
@@ -78,6 +80,9 @@ json Regenerate(const Recipes& recipes);
 json Built(const Recipes& recipes);
 // The reason for which the last recipe was refused; empty when it was not.
 std::string Reason(const Recipes& recipes);
+
+// That the last recipe is refused for that reason, and what stood before it stands.
+void ExpectRefused(Recipes recipes, const json& last, const std::string& reason);
 
 // The entry of a list that has the key.
 json Named(const json& list, const std::string& key);

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
-
 #include <Standard_Failure.hxx>
+
 #include <csignal>
 #include <stdexcept>
 
+#include "bench/kernel/feature.h"
 #include "bench/kernel/guard.h"
+#include "bench/kernel/regenerate.h"
 #include "bench/kernel/requests.h"
 #include "tests/kernel/recipes.h"
 
@@ -18,21 +20,9 @@ json Ask(const std::string& line) {
   return json::parse(answer);
 }
 
-json Block() {
-  return Extrude(1, Front(), Rectangle(1, 0, 0, 2, 3));
-}
-
 std::string Complaint(const json& recipe) {
   return Ask(json{{"id", 3}, {"do", "regenerate"}, {"recipes", json::array({recipe})}}.dump())
       .value("error", "");
-}
-
-TEST(Requests, AnswerUnderTheirId) {
-  for (const json& id : {json(7), json("seven"), json(nullptr)}) {
-    const json answer = Ask(json{{"id", id}, {"do", "regenerate"}, {"recipes", json::array()}}.dump());
-    EXPECT_EQ(answer["id"], id);
-    EXPECT_EQ(answer["ok"]["bodies"], 0);
-  }
 }
 
 TEST(Requests, ThatNestBeyondAllReasonAreErrors) {
@@ -49,15 +39,12 @@ TEST(Requests, ThatMakeNoSenseAreErrors) {
   const std::pair<const char*, const char*> cases[] = {
       {"{\"id\": 1, \"do\": \"regenerate\", \"recipes\": [1e999]}", "the line is not JSON"},
       {"\xff\xfe", "the line is not JSON"},
-      {"{\"id\": 1}", "the request: 'do' is missing"},
       {"{\"id\": 1, \"do\": \"dance\"}", "the request: unknown task 'dance'"},
       {"{\"id\": 1, \"do\": \"regenerate\", \"recipes\": {}}", "the request: 'recipes' must be an array"},
-      {"{\"id\": 1, \"do\": \"regenerate\", \"recipes\": [5]}", "recipe 1 must be an object"},
       {"{\"id\": 1, \"do\": \"export\", \"format\": \"sat\", \"recipes\": []}",
        "the request: unknown format 'sat'"},
       {"{\"id\": 1, \"do\": \"export\", \"format\": \"stl\", \"recipes\": []}",
        "the request: 'models' is missing"},
-      {"{\"id\": 1, \"do\": \"evaluate\", \"recipes\": []}", "the request: 'edge' is missing"},
       {"{\"id\": 1, \"do\": \"extremes\", \"face\": \"1:end\", \"direction\": [0, 0, 0], \"recipes\": []}",
        "the request: 'direction' must have a length"},
   };
@@ -76,20 +63,17 @@ TEST(Recipes, ThatMakeNoSenseAreErrors) {
   };
   const json none = json(json::value_t::discarded);
   const Case cases[] = {
-      {"/feature", 1.5, "recipe 1: 'feature' must be an integer"},
       {"/plane/x", json::array({1, 0}), "recipe 1, 'plane': 'x' must be [x, y, z]"},
       {"/plane/x", json::array({2, 0, 0}),
        "recipe 1, 'plane': 'x' and 'y' must be unit vectors at a right angle"},
       {"/plane/origin", json::array({0, nullptr, 0}), "recipe 1, 'plane': 'origin' must be a number"},
       {"/entities/1/id", 1, "recipe 1, entity 2: its id is taken"},
       {"/entities/1/type", "blob", "recipe 1, entity 2: unknown entity type 'blob'"},
-      {"/entities/1/from", json::array({1, 2, 3}), "recipe 1, entity 2: 'from' must be [x, y]"},
       {"/extent/mode", "far", "recipe 1, 'extent': unknown mode 'far'"},
       {"/extent/depth", none, "recipe 1, 'extent': 'depth' is missing"},
-      {"/extent/depth", nullptr, "recipe 1, 'extent': 'depth' must be a number"},
   };
   for (const Case& one : cases) {
-    json recipe = Block();
+    json recipe = Extrude(1, Front(), Rectangle(1, 0, 0, 2, 3));
     const json::json_pointer path(one.path);
     if (one.value.is_discarded()) {
       recipe[path.parent_pointer()].erase(path.back());
@@ -114,6 +98,47 @@ TEST(Guarded, TurnsEveryFailureIntoAnError) {
   EXPECT_TRUE(crash.crashed);
   EXPECT_NE(crash.error, "");
   EXPECT_FALSE(Guarded([] {}).crashed);
+}
+
+Recipes Tower(int floors) {
+  Recipes recipes;
+  for (int i = 0; i < floors; ++i)
+    recipes.push_back(Extrude(i + 1, FrontAt(10 * i), Rectangle(1, i, 0, 100, 5)));
+  return recipes;
+}
+
+// How many features a request costs.
+int Cost(Regenerator& regenerator, const Recipes& recipes) {
+  const int before = regenerator.features_built();
+  regenerator.Describe(ReadRecipes(json(recipes)));
+  return regenerator.features_built() - before;
+}
+
+TEST(Cache, BuildsOnlyWhatIsNew) {
+  Regenerator regenerator;
+  EXPECT_EQ(Cost(regenerator, Tower(5)), 5);
+  EXPECT_EQ(Cost(regenerator, Tower(5)), 0);
+  EXPECT_EQ(Cost(regenerator, Tower(6)), 1);
+  EXPECT_EQ(Cost(regenerator, Tower(3)), 0);
+}
+
+TEST(Cache, BuildsAnewFromTheFirstFeatureThatChanged) {
+  Regenerator regenerator;
+  Recipes recipes = Tower(5);
+  Cost(regenerator, recipes);
+  recipes[3]["extent"]["depth"] = 11;
+  EXPECT_EQ(Cost(regenerator, recipes), 2);
+  // The former chain is still there.
+  EXPECT_EQ(Cost(regenerator, Tower(5)), 0);
+}
+
+TEST(Cache, RemembersRefusalsUntilItIsToldToForget) {
+  Regenerator regenerator;
+  const Recipes recipes = {Extrude(1, Front(), {Circle(1, 0, 0, -1)})};
+  EXPECT_EQ(Cost(regenerator, recipes), 1);
+  EXPECT_EQ(Cost(regenerator, recipes), 0);
+  regenerator.Forget();
+  EXPECT_EQ(Cost(regenerator, recipes), 1);
 }
 
 }  // namespace

@@ -276,32 +276,33 @@ TEST(Solver, ALargeSectionIsNoHindrance) {
 
 TEST(Solver, RefusesWhatCantHoldAndWhatMakesNoSense) {
   const char* const against = "The constraints and dimensions contradict or repeat each other.";
-  const auto refusal = [](const Conditions& conditions) {
-    return Refusal(Together(kBase, Circle(2, 3, 3, 1), Line(3, 0, 5, 9, 6), Circle(4, 3, 3, 2)), conditions);
-  };
-  EXPECT_EQ(refusal({Dimension("length", 12, {At(1)})}), against) << "the ends of a line of 10 are held";
-  EXPECT_EQ(refusal({Dimension("length", 8, {At(3)}), Dimension("length", 9, {At(3)})}), against);
-  EXPECT_EQ(refusal({Condition("horizontal", {At(3)}), Condition("horizontal", {At(3)})}), against);
-  EXPECT_EQ(refusal({Condition("horizontal", {At(3)}), Condition("parallel", {At(3), At(1)})}), against);
-
   const char* const circle = "Entity 2 is of the wrong kind for this.";
-  EXPECT_EQ(refusal({Condition("horizontal", {At(2)})}), circle);
-  EXPECT_EQ(refusal({Dimension("length", 1, {At(2)})}), circle);
   const char* const line = "Entity 3 is of the wrong kind for this.";
-  EXPECT_EQ(refusal({Dimension("radius", 1, {At(3)})}), line);
-  EXPECT_EQ(refusal({Condition("horizontal", {At(3, kEnd)})}), line);
-  EXPECT_EQ(refusal({Condition("tangent", {At(1), At(3)})}), line);
-
-  EXPECT_EQ(refusal({Condition("tangent", {At(2), At(4)})}), "Circles about one centre can't be tangent.");
-  EXPECT_EQ(refusal({Condition("coincident", {At(1), At(3)})}), "At least one of the two must be a point.");
-  EXPECT_EQ(refusal({Condition("coincident", {At(2, kEnd), At(1)})}), "Entity 2 has no such point.");
-  EXPECT_EQ(refusal({Condition("vertical", {At(77)})}), "The section has no entity 77.");
-  for (const json& condition : {Condition("parallel", {At(1)}), Condition("vertical", {At(1), At(3)})})
-    EXPECT_EQ(refusal({condition}), "A condition has too few or too many entities.");
-  EXPECT_EQ(refusal({Dimension("length", 0, {At(3)})}), "A dimension must be above 0.");
-  for (const double angle : {0.0, kPi})
-    EXPECT_EQ(refusal({Dimension("angle", angle, {At(1), At(3)})}),
-              "An angle must be above 0 and below 180 degrees.");
+  const char* const count = "A condition has too few or too many entities.";
+  const char* const angle = "An angle must be above 0 and below 180 degrees.";
+  const std::pair<Conditions, const char*> cases[] = {
+      // The ends of a line of 10 are held.
+      {{Dimension("length", 12, {At(1)})}, against},
+      {{Dimension("length", 8, {At(3)}), Dimension("length", 9, {At(3)})}, against},
+      {{Condition("horizontal", {At(3)}), Condition("horizontal", {At(3)})}, against},
+      {{Condition("horizontal", {At(3)}), Condition("parallel", {At(3), At(1)})}, against},
+      {{Condition("horizontal", {At(2)})}, circle},
+      {{Dimension("length", 1, {At(2)})}, circle},
+      {{Dimension("radius", 1, {At(3)})}, line},
+      {{Condition("horizontal", {At(3, kEnd)})}, line},
+      {{Condition("tangent", {At(1), At(3)})}, line},
+      {{Condition("tangent", {At(2), At(4)})}, "Circles about one centre can't be tangent."},
+      {{Condition("coincident", {At(1), At(3)})}, "At least one of the two must be a point."},
+      {{Condition("coincident", {At(2, kEnd), At(1)})}, "Entity 2 has no such point."},
+      {{Condition("vertical", {At(77)})}, "The section has no entity 77."},
+      {{Condition("parallel", {At(1)})}, count},
+      {{Condition("vertical", {At(1), At(3)})}, count},
+      {{Dimension("length", 0, {At(3)})}, "A dimension must be above 0."},
+      {{Dimension("angle", 0, {At(1), At(3)})}, angle},
+      {{Dimension("angle", kPi, {At(1), At(3)})}, angle},
+  };
+  const Entities entities = Together(kBase, Circle(2, 3, 3, 1), Line(3, 0, 5, 9, 6), Circle(4, 3, 3, 2));
+  for (const auto& [conditions, reason] : cases) EXPECT_EQ(Refusal(entities, conditions), reason);
   EXPECT_EQ(Refusal({Line(1, 0, 0, 10, 0)}, {Condition("coincident", {At(1, kStart), At(1, kEnd)})}),
             "Entity 1 would shrink to a point.");
 }

@@ -211,18 +211,14 @@ bool Includes(const std::set<std::string>& all, const std::set<std::string>& som
   return std::includes(all.begin(), all.end(), some.begin(), some.end());
 }
 
-json Block() {
-  return Extrude(41, Front(), Rectangle(1, 0, 0, 40, 30));
-}
-
 TEST(Keys, StayWhenAFeatureIsAppendedOrANumberChanges) {
   const auto holed = [](double depth, double radius) {
     return Built(
         {Extrude(41, Front(), Rectangle(1, 0, 0, 40, 30), {.depth = depth}),
          Extrude(50, Front(), {Circle(5, 20, 15, radius)}, {.operation = "cut", .mode = "through_all"})});
   };
-  const json before = Built({Block()}), small = holed(10, 3), large = holed(25, 9);
-  const json boss = Built({Block(), Extrude(50, FrontAt(10), {Circle(5, 20, 15, 3)})});
+  const json before = Built({Brick()}), small = holed(10, 3), large = holed(25, 9);
+  const json boss = Built({Brick(), Extrude(50, FrontAt(10), {Circle(5, 20, 15, 3)})});
   for (const char* const list : {"faces", "edges"}) {
     EXPECT_TRUE(Includes(KeySet(small[list]), KeySet(before[list]))) << list;
     EXPECT_TRUE(Includes(KeySet(boss[list]), KeySet(before[list]))) << list;
@@ -232,7 +228,7 @@ TEST(Keys, StayWhenAFeatureIsAppendedOrANumberChanges) {
 
 TEST(Keys, NumberThePartsOfASplitFaceByTheirCentres) {
   // A groove x 10..20 all along Y splits the top; the narrower strip lies at the smaller x.
-  const json part = Built({Block(), Extrude(50, FrontAt(10), Rectangle(1, 10, -1, 10, 40),
+  const json part = Built({Brick(), Extrude(50, FrontAt(10), Rectangle(1, 10, -1, 10, 40),
                                             {.operation = "cut", .depth = 4, .reverse = true})});
   ExpectClose(FaceNamed(part, "41:end")["area"].get<double>(), 10 * 30);
   ExpectClose(FaceNamed(part, "41:end#2")["area"].get<double>(), 20 * 30);
@@ -247,7 +243,7 @@ TEST(Keys, NumberThePartsOfASplitFaceByTheirCentres) {
 
 TEST(Keys, OfTheOlderFeatureHoldWhereFacesMerge) {
   // A second block flush with the first on three sides.
-  const json part = Built({Block(), Extrude(50, Front(), Rectangle(1, 40, 0, 20, 30))});
+  const json part = Built({Brick(), Extrude(50, Front(), Rectangle(1, 40, 0, 20, 30))});
   EXPECT_EQ(KeySet(part["faces"]), (std::set<std::string>{"41:start", "41:end", "41:side:1", "41:side:3",
                                                           "41:side:4", "50:side:2"}));
   ExpectClose(FaceNamed(part, "41:end")["area"].get<double>(), 60 * 30);

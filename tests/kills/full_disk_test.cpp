@@ -1,21 +1,64 @@
 // What is to be written meets a disk without room for it: a message, no half of a file, nothing lost that was
 // there before, and a session that goes on.
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <memory>
 #include <set>
 
+#include "bench/kernel/base64.h"
 #include "tests/endtoend/companion_ground.h"
-#include "tests/kills/file_bytes.h"
-#include "tests/kills/small_disks.h"
+#include "tests/kills/small_disk_map.h"
 
 namespace vek::endtoend {
 namespace {
 
 namespace fs = std::filesystem;
-using kills::Base64Of;
-using kills::BytesOf;
 using kills::kEndless;
+using kills::SmallDiskMap;
+
+// Folders that behave as disks with little room, for a bench that is started with them.
+class SmallDisks {
+ public:
+  SmallDisks() {
+    const int file = open(file_.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (file < 0 || ftruncate(file, sizeof(SmallDiskMap)) != 0) throw std::runtime_error("no map of disks");
+    void* const map = mmap(nullptr, sizeof(SmallDiskMap), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    close(file);
+    if (map == MAP_FAILED) throw std::runtime_error("no map of disks");
+    map_ = static_cast<SmallDiskMap*>(map);
+  }
+  ~SmallDisks() {
+    munmap(map_, sizeof(SmallDiskMap));
+    fs::remove(file_);
+  }
+  SmallDisks(const SmallDisks&) = delete;
+  SmallDisks& operator=(const SmallDisks&) = delete;
+
+  // What a program's environment must hold for its disks to be these.
+  std::map<std::string, std::string> Environment() const {
+    return {{"LD_PRELOAD", VEK_SMALL_DISK_LIBRARY}, {kills::kMapVariable, file_.string()}};
+  }
+
+  // How many bytes can still be written to files below that folder, from now on; kEndless lifts the limit.
+  void SetRoom(const fs::path& folder, std::int64_t bytes) {
+    const std::string path = fs::weakly_canonical(folder).string() + "/";
+    for (SmallDiskMap::Disk& disk : map_->disks) {
+      if (disk.folder[0] != '\0' && path != disk.folder) continue;
+      disk.room = bytes;
+      if (disk.folder[0] == '\0') path.copy(disk.folder, sizeof disk.folder - 1);
+      return;
+    }
+    throw std::logic_error("too many disks");
+  }
+
+ private:
+  const fs::path file_ = fs::temp_directory_path() / ("vek_small_disks_" + std::to_string(getpid()));
+  SmallDiskMap* map_ = nullptr;
+};
 
 // Every file below a folder, with its bytes.
 using Files = std::map<std::string, std::string>;
@@ -42,8 +85,7 @@ Names OursIn(const fs::path& folder) {
 // What is asked of the bench: operations, or a line of its console. `@` stands for the folder to write to,
 // `%` for a name.
 struct Writing {
-  const char* what;
-  const char* request;
+  const char *what, *request;
   const char* refusal;  // a part of the answer without room
 };
 
@@ -58,7 +100,7 @@ class FullDisk : public BenchTest {
     fs::remove_all(Target());
     fs::create_directories(Target());
     fs::remove_all(Macros());
-    disks_ = std::make_unique<kills::SmallDisks>();
+    disks_ = std::make_unique<SmallDisks>();
     RemoveLog();
     // The add-in begins without room for its log.
     disks_->SetRoom(DriveD(), 0);
@@ -92,17 +134,10 @@ class FullDisk : public BenchTest {
       return error.what();
     }
   }
-  static void Succeed(const char* request, const std::string& name) {
-    const std::string answer = Ask(request, name);
-    EXPECT_EQ(answer.find("\"success\":false"), std::string::npos) << answer;
-  }
   // A new part with a block of 40 x 20 x 10 mm, saved under that name.
   static void MakeBlock(const std::string& name) {
-    Succeed(R"({"api_document_new_part":{},"api_sketch_create":{"plane":"XY","name":"%"},
-                "api_sketch_rectangle_two_points":{"x1":0,"y1":0,"x2":40,"y2":20,"sketch_name":"%"},
-                "api_feature_extrude":{"distance_mm":10,"sketch_name":"%"},
-                "api_document_save_as":{"file_path":"@/%.prt"}})",
-            name);
+    Succeed(BlockOf(40, 20, 10, name));
+    ExpectHolds(Ask(R"({"api_document_save_as":{"file_path":"@/%.prt"}})", name), "\"success\":true");
   }
 
   // With ever more room, up to one byte less than it takes.
@@ -124,9 +159,9 @@ class FullDisk : public BenchTest {
     ExpectHolds(Ask(writing.request, "again"), "\"success\":true");
   }
 
-  static std::unique_ptr<kills::SmallDisks> disks_;
+  static std::unique_ptr<SmallDisks> disks_;
 };
-std::unique_ptr<kills::SmallDisks> FullDisk::disks_;
+std::unique_ptr<SmallDisks> FullDisk::disks_;
 
 TEST_F(FullDisk, TheAddinStartsWithoutRoomForItsLogAndLosesLinesOnly) {
   EXPECT_EQ(LogText(), "");
@@ -160,7 +195,7 @@ TEST_F(FullDisk, WhatIsWrittenIsThereWholeOrNotAtAll) {
 
 TEST_F(FullDisk, APlotWithoutRoomLeavesTheOlderOne) {
   MakeBlock("drawn");
-  Succeed(R"({"api_drawing_create":{},"api_drawing_add_base_view":{"x_mm":100,"y_mm":100}})", "sheet");
+  Succeed(R"({"api_drawing_create":{},"api_drawing_add_base_view":{"x_mm":100,"y_mm":100}})");
   ExpectRefusals({"plot", "plot @/%.svg", "FILE can't be written"}, Target());
   ExpectRefusals({"plot again", "plot @/same.svg", "FILE can't be written"}, Target());
 }
@@ -168,8 +203,9 @@ TEST_F(FullDisk, APlotWithoutRoomLeavesTheOlderOne) {
 TEST_F(FullDisk, TemporaryFilesWithoutRoomAreToldAndTakenAway) {
   MakeBlock("seen");
   const fs::path temporary = OfUser("Temp");
-  const std::string step = R"({"api_import_step_base64":{"filename":"block.stp","data_base64":")" +
-                           Base64Of(BytesOf(fs::path(VEK_SOURCE_DIR) / "tests/data/inch_block.stp")) + "\"}}";
+  const std::string step =
+      R"({"api_import_step_base64":{"filename":"block.stp","data_base64":")" +
+      bench::kernel::Base64(BytesOf(fs::path(VEK_SOURCE_DIR) / "tests/data/inch_block.stp")) + "\"}}";
   const auto models = Bench().Console("models");
   const Names names = OursIn(temporary);
   for (const int room : {0, 1000}) {
@@ -187,7 +223,7 @@ TEST_F(FullDisk, TemporaryFilesWithoutRoomAreToldAndTakenAway) {
   EXPECT_TRUE(std::equal(models.rbegin(), models.rend(), now.rbegin()));
   // Other programs have theirs there, for a moment.
   EXPECT_TRUE(ComesTrue([&] { return std::ranges::includes(names, OursIn(temporary)); }));
-  Succeed(step.c_str(), "");
+  Succeed(step);
 }
 
 }  // namespace

@@ -2,31 +2,14 @@
 // held, the models that were there are there, and what they were is made again once there is a kernel.
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 #include "addin/ops/drawing/drawing_source.h"
-#include "addin/server/json_writer.h"
 #include "addin/text/utf8.h"
-#include "bench/host/kernel_link/base64.h"
 #include "tests/faults/fault_runs.h"
 #include "tests/support/operation_fixture.h"
 
 namespace vek::support {
 namespace {
-
-const std::wstring& StepFile() {
-  static const std::wstring base64 = [] {
-    std::ifstream stream(VEK_TEST_DATA "/inch_block.stp", std::ios::binary);
-    return DecodeUtf8(bench::EncodeBase64(std::string(std::istreambuf_iterator<char>(stream), {})));
-  }();
-  return base64;
-}
-
-void Replace(std::wstring& text, std::wstring_view what, const std::wstring& with) {
-  for (auto at = text.find(what); at != std::wstring::npos; at = text.find(what, at + with.size()))
-    text.replace(at, what.size(), with);
-}
 
 class KernelAbsence : public OperationTest {
  public:
@@ -40,12 +23,12 @@ class KernelAbsence : public OperationTest {
 
   void TestBody() override {
     drawing::PendingSource() = {};
-    for (const Step& step : run_.ground) Succeed(step.operation, Filled(step.arguments));
+    for (const Step& step : run_.ground) Succeed(step.operation, Filled(step.arguments, directory()));
     const std::wstring program = DecodeUtf8(std::getenv("VEK_BENCH_KERNEL"));
     const auto before = Models();
 
     host().kernel.SetProgram(L"");
-    const auto result = Run(run_.step.operation, Filled(run_.step.arguments));
+    const auto result = Run(run_.step.operation, Filled(run_.step.arguments, directory()));
     EXPECT_FALSE(result.message.empty());
     EXPECT_EQ(result.message.find(L"' threw"), std::wstring::npos) << EncodeUtf8(result.message);
     EXPECT_TRUE(nlohmann::json::accept(EncodeUtf8(result.dataJson))) << EncodeUtf8(result.dataJson);
@@ -78,12 +61,6 @@ class KernelAbsence : public OperationTest {
         EXPECT_TRUE(commits || std::ranges::count(after[i].features, feature) == 1)
             << feature << " is gone: " << message;
     }
-  }
-
-  std::wstring Filled(std::wstring arguments) {
-    Replace(arguments, L"<dir>", JsonEscape(directory().wstring()));
-    Replace(arguments, L"<step>", StepFile());
-    return arguments;
   }
 
   const FaultRun& run_;

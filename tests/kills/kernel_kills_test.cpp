@@ -11,8 +11,8 @@
 #include <sstream>
 #include <thread>
 
+#include "bench/kernel/base64.h"
 #include "tests/endtoend/companion_ground.h"
-#include "tests/kills/file_bytes.h"
 
 namespace vek::endtoend {
 namespace {
@@ -56,9 +56,7 @@ class KernelKills : public BenchTest {
         named != nullptr ? named : std::string(VEK_SOURCE_DIR) + "/build/native/bench/kernel/creokernel";
     LetStart(true);
     StartBench({{"VEK_BENCH_KERNEL", Link().string()}});
-    Succeed(R"({"api_document_new_part":{},"api_sketch_create":{"plane":"XY","name":"PLATE"},
-                "api_sketch_rectangle_two_points":{"x1":0,"y1":0,"x2":100,"y2":60,"sketch_name":"PLATE"},
-                "api_feature_extrude":{"distance_mm":10,"sketch_name":"PLATE"}})");
+    Succeed(BlockOf(100, 60, 10, "PLATE"));
     Succeed(R"({"api_sketch_create":{"plane":"XY","name":"BORE"},
                 "api_sketch_circle_center_radius":{"sketch_name":"BORE","cx":10,"cy":10,"radius":2},
                 "api_feature_extrude":{"distance_mm":10,"sketch_name":"BORE","operation":"cut"}})");
@@ -74,10 +72,6 @@ class KernelKills : public BenchTest {
   static void LetStart(bool possible) {
     fs::remove(Link());
     if (possible) fs::create_symlink(kernel_, Link());
-  }
-  static void Succeed(const std::string& operations) {
-    const std::string body = Execute(operations).body;
-    EXPECT_EQ(body.find("\"success\":false"), std::string::npos) << body;
   }
 
   // The kernel itself, and the process in which it reads what may bring it down; 0 for none.
@@ -207,7 +201,7 @@ TEST_F(KernelKills, InTheMidstOfAnImport) {
   Succeed(R"({"api_export_file":{"output_path":"Z:)" + Folder().string() + R"(/read","format":"STEP"}})");
   const auto before = State();
   const std::string import = R"({"api_import_step_base64":{"filename":"holes.stp","data_base64":")" +
-                             kills::Base64Of(kills::BytesOf(Folder() / "read.stp")) + "\"}}";
+                             bench::kernel::Base64(BytesOf(Folder() / "read.stp")) + "\"}}";
   // The host reads a file twice, for its type and for its models; a type that isn't told is no failure.
   ExpectHolds(KillDuring(import, 4, [] { return Reader() != 0 ? Kernel() : 0; }),
               "STEP import failed (status=-11).");

@@ -4,24 +4,18 @@
 
 #include <chrono>
 #include <filesystem>
-#include <memory>
 #include <thread>
 
 #include "addin/platform/files.h"
-#include "addin/platform/processes.h"
 #include "tests/support/companion_aside.h"
 #include "tests/support/log_tail.h"
 #include "tests/support/noting_program.h"
-#include "tests/support/scratch_folder.h"
 
 namespace vek {
 namespace {
 
 using namespace std::chrono_literals;
-using support::NotingProgram;
 using Clock = std::chrono::steady_clock;
-
-const std::wstring kFolder = L"C:\\Program Files\\Vek";
 
 class CompanionApp : public testing::Test {
  protected:
@@ -41,44 +35,23 @@ TEST_F(CompanionApp, IsNotLaunchedWhenItIsNotInstalled) {
   EXPECT_EQ(tail_.Messages(), std::vector<std::string>{"Failed to launch Vek app."});
 }
 
-TEST_F(CompanionApp, CountsFromWhicheverFolderItRuns) {
-  const support::ScratchFolder folder;
-  NotingProgram companion(folder / L"vek.EXE");
-  companion.Hold();
-  ASSERT_TRUE(RunDetached({companion.path(), L"", folder.path()}));
-  EXPECT_TRUE(IsCompanionRunning());
-  EXPECT_EQ(LaunchCompanion(), -1);
-  EXPECT_EQ(tail_.Messages(), std::vector<std::string>{"Vek app is already running"});
-}
-
-class InstalledCompanion : public CompanionApp {
- protected:
-  void SetUp() override {
-    CompanionApp::SetUp();
-    if (IsSkipped() || HasFatalFailure()) return;
-    ASSERT_TRUE(EnsureDirectory(kFolder));
-    companion_ = std::make_unique<NotingProgram>(kFolder + L"\\Vek.exe");
+TEST_F(CompanionApp, IsLaunchedOnceAndGivenTwoSeconds) {
+  const std::wstring folder = L"C:\\Program Files\\Vek";
+  ASSERT_TRUE(EnsureDirectory(folder));
+  {
+    support::NotingProgram companion(folder + L"\\Vek.exe");
+    companion.Hold();
+    const auto start = Clock::now();
+    EXPECT_EQ(LaunchCompanion(), 1);
+    EXPECT_GE(Clock::now() - start, 2'000ms);
+    EXPECT_TRUE(IsCompanionRunning());
+    EXPECT_EQ(LaunchCompanion(), -1);
+    EXPECT_EQ(tail_.Messages(), (std::vector<std::string>{"Vek desktop app launched successfully",
+                                                          "Vek app is already running"}));
+    companion.Release();
+    EXPECT_EQ(companion.WaitForRuns(1).size(), 1u);
   }
-  void TearDown() override {
-    if (!companion_) return;
-    companion_.reset();
-    std::filesystem::remove(std::filesystem::path(kFolder));
-  }
-
-  std::unique_ptr<NotingProgram> companion_;
-};
-
-TEST_F(InstalledCompanion, IsLaunchedOnceAndGivenTwoSeconds) {
-  companion_->Hold();
-  const auto start = Clock::now();
-  EXPECT_EQ(LaunchCompanion(), 1);
-  EXPECT_GE(Clock::now() - start, 2'000ms);
-  EXPECT_TRUE(IsCompanionRunning());
-  EXPECT_EQ(LaunchCompanion(), -1);
-  EXPECT_EQ(tail_.Messages(), (std::vector<std::string>{"Vek desktop app launched successfully",
-                                                        "Vek app is already running"}));
-  companion_->Release();
-  EXPECT_EQ(companion_->WaitForRuns(1).size(), 1u);
+  std::filesystem::remove(std::filesystem::path(folder));
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <chrono>
 #include <ctime>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -21,25 +20,14 @@
 namespace vek {
 namespace {
 
-class AddinLog : public testing::Test {
- protected:
-  support::LogTail tail_;
-};
-
-TEST_F(AddinLog, OperationsWriteUtf8) {
+TEST(AddinLog, OperationsWriteUtf8TheShellTheCodePageAndBytesPass) {
+  const support::LogTail tail;
   LogOperation(L"MCP Dispatch 10 \u00b5m \u20ac");
-  EXPECT_EQ(tail_.Messages(), std::vector<std::string>{"MCP Dispatch 10 \xC2\xB5m \xE2\x82\xAC"});
-}
-
-TEST_F(AddinLog, TheShellWritesTheCodePage) {
   LogShell(L"ERROR: caf\u00e9");
-  EXPECT_EQ(tail_.Messages(), std::vector<std::string>{"ERROR: " + EncodeAnsi(L"caf\u00e9")});
-}
-
-TEST_F(AddinLog, BytesPassAndNullIsIgnored) {
   WriteLog("raw \xFF");
   WriteLog(nullptr);
-  EXPECT_EQ(tail_.Messages(), std::vector<std::string>{"raw \xFF"});
+  EXPECT_EQ(tail.Messages(), (std::vector<std::string>{"MCP Dispatch 10 \xC2\xB5m \xE2\x82\xAC",
+                                                       "ERROR: " + EncodeAnsi(L"caf\u00e9"), "raw \xFF"}));
 }
 
 using namespace std::chrono_literals;
@@ -49,14 +37,6 @@ using Clock = std::chrono::steady_clock;
 
 // "[", 24 characters of time, "] ".
 constexpr std::size_t kMessageStart = 27;
-
-std::vector<std::string> Messages(const std::wstring& path) {
-  std::istringstream file(ReadBytes(path));
-  std::vector<std::string> messages;
-  for (std::string line; std::getline(file, line);)
-    messages.push_back(line.size() < kMessageStart ? "" : line.substr(kMessageStart));
-  return messages;
-}
 
 HANDLE OpenForReading(const std::wstring& path, DWORD sharing) {
   return ::CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL,
@@ -95,6 +75,7 @@ TEST(LogFile, AppendsTheBytesAsTheyAreToWhatStandsAndClosesTheFile) {
 
 TEST(LogFile, WaitsForWhoeverHoldsTheFile) {
   const ScratchFolder folder;
+  const support::LogTail tail(folder / L"a.log");
   const HANDLE holder = OpenForReading(folder / L"a.log", 0);
   ASSERT_NE(holder, INVALID_HANDLE_VALUE);
   std::atomic<bool> written{false};
@@ -106,7 +87,7 @@ TEST(LogFile, WaitsForWhoeverHoldsTheFile) {
   EXPECT_FALSE(written);
   ::CloseHandle(holder);
   writer.join();
-  EXPECT_EQ(Messages(folder / L"a.log"), std::vector<std::string>{"late"});
+  EXPECT_EQ(tail.Messages(), std::vector<std::string>{"late"});
 }
 
 // A reader that shares everything bars the log as well, since the log itself shares nothing.
@@ -114,6 +95,7 @@ TEST(LogFile, LosesTheLineBehindTheTwentiethAttempt) {
   for (const DWORD sharing :
        {0ul, static_cast<DWORD>(FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE)}) {
     const ScratchFolder folder;
+    const support::LogTail tail(folder / L"a.log");
     const HANDLE holder = OpenForReading(folder / L"a.log", sharing);
     ASSERT_NE(holder, INVALID_HANDLE_VALUE);
     const auto start = Clock::now();
@@ -122,12 +104,13 @@ TEST(LogFile, LosesTheLineBehindTheTwentiethAttempt) {
     ::CloseHandle(holder);
     EXPECT_EQ(ReadBytes(folder / L"a.log"), "");
     LogFile(folder / L"a.log").Write("next");
-    EXPECT_EQ(Messages(folder / L"a.log"), std::vector<std::string>{"next"});
+    EXPECT_EQ(tail.Messages(), std::vector<std::string>{"next"});
   }
 }
 
 TEST(LogFile, TwoThreadsLoseNothingToEachOther) {
   const ScratchFolder folder;
+  const support::LogTail tail(folder / L"a.log");
   const LogFile log(folder / L"a.log");
   std::vector<std::string> expected[2];
   for (int i = 0; i < 60; ++i)
@@ -143,8 +126,7 @@ TEST(LogFile, TwoThreadsLoseNothingToEachOther) {
   server.join();
 
   std::vector<std::string> own[2];
-  for (const std::string& message : Messages(folder / L"a.log"))
-    own[message.starts_with("1")].push_back(message);
+  for (const std::string& message : tail.Messages()) own[message.starts_with("1")].push_back(message);
   EXPECT_EQ(own[0], expected[0]);
   EXPECT_EQ(own[1], expected[1]);
 }

@@ -1,11 +1,12 @@
-// The menu, the popup menus and the commands, as the user meets them.
+// The menu, the popup menus, the commands and the messages, as the user meets them.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
+#include "addin/host/show_message.h"
+#include "addin/shell/helper_process.h"
 #include "bench/host/host.h"
 #include "tests/shell/lifecycle_fixture.h"
-#include "tests/support/companion_aside.h"
 #include "tests/support/noting_program.h"
 
 namespace vek {
@@ -97,35 +98,29 @@ TEST_F(Commands, AboutWaitsForTheHelperAndMissesIt) {
   ASSERT_EQ(runs.size(), 1u) << "it has ended before the command has";
   EXPECT_EQ(runs[0].command_line, L"\"" + HelperPath() + L"\" --about");
   EXPECT_EQ(Messages().size(), 1u);
+  EXPECT_FALSE(RunHelper(nullptr, true));
+  EXPECT_FALSE(RunHelper(L"", true));
+  EXPECT_EQ(helper.Runs().size(), 1u);
 }
 
-TEST_F(Commands, WorkWithThePortTaken) {
-  const PortTaken taken;
-  Start();
-  EXPECT_TRUE(Logged(L"Server status: FAILED"));
-  EXPECT_TRUE(TheHost().menus.Run("AboutVek_Act"));
-  EXPECT_EQ(Messages().size(), 1u);
+class Message : public Lifecycle {};
+
+TEST_F(Message, IsInformationWithAnOkButton) {
+  ShowMessage(L"Could not open\nthe caf\u00e9.");
+  ASSERT_EQ(TheHost().ui.Messages().size(), 1u);
+  EXPECT_EQ(TheHost().ui.Messages()[0].title, L"Information");
+  EXPECT_EQ(TheHost().ui.Messages()[0].text, L"Could not open\nthe caf\u00e9.");
+  const auto calls = CallsSince(0);
+  ASSERT_EQ(NamesSince(0), (Names{"ProArrayAlloc", "ProUIMessageDialogDisplay", "ProArrayFree"}));
+  EXPECT_TRUE(calls[1].arguments.starts_with("2, \"Information\", ")) << calls[1].arguments;
+  // The host refuses a default button that is not among those of the array.
+  EXPECT_EQ(calls[1].status, 0);
 }
 
-TEST_F(Commands, TellWhatIsNotSelected) {
-  const support::CompanionAside aside;
-  Start();
-  const std::pair<const char*, const wchar_t*> cases[] = {
-      {"FindVekComponent_Act", L"No faces selected"},
-      {"ReplaceVekPart_Act", L"No Part selected"},
-      {"InspectAssembly_Act", L"Current model is not an assembly"}};
-  for (const auto& [command, message] : cases) {
-    ASSERT_TRUE(TheHost().menus.Run(command)) << command;
-    EXPECT_EQ(Messages().back(), message) << command;
-  }
-}
-
-TEST_F(Commands, OpenTheCompanionOrFindItMissing) {
-  const support::CompanionAside aside;
-  Start();
-  TheHost().menus.Run("OpenVekApp_Act");
-  EXPECT_TRUE(Logged(L"Failed to launch Vek app."));
-  EXPECT_TRUE(Messages().empty());
+TEST_F(Message, IsNotShownWithButtonsThatAreNotThere) {
+  TheHost().faults.NoEffect("ProArrayAlloc");
+  ShowMessage(L"unseen");
+  EXPECT_EQ(NamesSince(0), Names{"ProArrayAlloc"});
 }
 
 }  // namespace

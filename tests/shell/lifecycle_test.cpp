@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -39,13 +40,10 @@ TEST_F(AddinStart, ShowsThePageAndThenArmsTheTimer) {
   EXPECT_TRUE(calls[5].arguments.starts_with("\"VekFileOpenDialog\", ")) << calls[5].arguments;
   EXPECT_TRUE(calls[5].arguments.ends_with(", 100")) << calls[5].arguments;
   for (const auto& call : calls) EXPECT_EQ(call.status, 0) << call.name;
-}
-
-TEST_F(AddinStart, ThePageFillsTheWindowAndLiesBesideTheModule) {
-  Start();
+  // The page fills the window and lies beside the module.
   EXPECT_EQ(TheHost().windows.browser_percent, 100.0);
   const std::wstring& url = TheHost().windows.browser_url;
-  EXPECT_TRUE(url.starts_with(L"file:///")) << TheHost().announcements.Lines().size();
+  EXPECT_TRUE(url.starts_with(L"file:///"));
   EXPECT_TRUE(url.ends_with(L"/welcome.html"));
   EXPECT_EQ(url.find_first_of(L"\\ "), std::wstring::npos);
 }
@@ -129,6 +127,8 @@ TEST_F(AddinStart, WithThePortTakenGoesOnWithoutTheServer) {
                       L"Server status: FAILED", L"================================"}));
   EXPECT_EQ(helper.WaitForRuns(1).size(), 1u) << "the helper still looks for an update";
   EXPECT_EQ(TheHost().ui.TimerCount(), 1u);
+  EXPECT_TRUE(TheHost().menus.Run("AboutVek_Act"));
+  EXPECT_EQ(helper.Runs().size(), 2u);
 }
 
 TEST_F(AddinStart, RunsTheHelperWithoutWaitingForIt) {
@@ -193,6 +193,46 @@ TEST_F(AddinStop, GivesThePortBackToOthersAndToItself) {
   EXPECT_EQ(support::CountCaptured(L"Server status: ACTIVE"), 2);
   support::RawConnection client(4001);
   ASSERT_TRUE(client.Send("GET /health HTTP/1.1\r\n\r\n"));
+  EXPECT_TRUE(client.ReadToEnd().starts_with("HTTP/1.1 200 OK\r\n"));
+}
+
+const std::string kArm = "ProUIDialogTimerStart";
+
+class Tick : public Lifecycle {
+ protected:
+  void SetUp() override {
+    Lifecycle::SetUp();
+    Start();
+  }
+
+  static Names CallsOfOneTick() {
+    const auto mark = TheHost().journal.Mark();
+    TheHost().ui.RunTimersOnce();
+    return NamesSince(mark);
+  }
+};
+
+TEST_F(Tick, WithNothingToDoOnlyArmsTheTimerAgain) {
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(CallsOfOneTick(), Names{kArm});
+}
+
+TEST_F(Tick, ArmsTheTimerOnlyBehindTheWork) {
+  support::RawConnection client(4001);
+  const std::string body = R"({"operations":{"api_document_info":{}}})";
+  ASSERT_TRUE(client.Send("POST /execute HTTP/1.1\r\nContent-Length: " + std::to_string(body.size()) +
+                          "\r\n\r\n" + body));
+  EXPECT_FALSE(client.HasAnswer(400ms)) << "nothing runs operations but the tick";
+  Names busy;
+  for (int i = 0; i < 500 && busy.empty(); ++i) {
+    const Names calls = CallsOfOneTick();
+    if (calls.size() > 1)
+      busy = calls;
+    else
+      std::this_thread::sleep_for(5ms);
+  }
+  ASSERT_FALSE(busy.empty()) << "no tick has run the operation";
+  EXPECT_EQ(busy.back(), kArm);
+  EXPECT_EQ(std::count(busy.begin(), busy.end(), kArm), 1);
   EXPECT_TRUE(client.ReadToEnd().starts_with("HTTP/1.1 200 OK\r\n"));
 }
 

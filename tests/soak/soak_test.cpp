@@ -6,15 +6,17 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <random>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <thread>
 
 #include "tests/endtoend/bench_test.h"
-#include "tests/soak/figures.h"
 #include "tests/soak/hostile_clients.h"
 #include "tests/soak/traffic.h"
 
@@ -27,10 +29,7 @@ using endtoend::BenchProcess;
 using support::RawConnection;
 
 struct Plan {
-  int warm_up;
-  int requests;
-  int waves;
-  int cycles;
+  int warm_up, requests, waves, cycles;
 };
 constexpr Plan kShort{60, 240, 1, 30};
 constexpr Plan kWhole{2'000, 8'000, 5, 1'000};
@@ -50,6 +49,61 @@ constexpr long kKernelPerThousandRequestsKb = 1'024;
 constexpr long kJournalKb = 8'192;
 constexpr long kShapesKb = 65'536;
 
+// What the bench's process and its kernel hold at one moment.
+struct Figures {
+  long handles = 0;
+  long threads = 0;
+  long memory_kb = 0;  // resident
+  long allocated_kb = 0;
+  long blocks = 0;
+  long sections = 0;  // private sections of sketches, which the add-in keeps on purpose
+  long kernel_kb = 0;
+  long kernel_threads = 0;
+  long kernel_files = 0;
+  std::vector<std::string> complaints;  // whatever else the ledger tells
+};
+
+// The number behind `name` among lines of the form `name: number…`.
+long NumberOf(const std::vector<std::string>& lines, const std::string& name) {
+  for (const std::string& line : lines)
+    if (line.starts_with(name + ":")) return std::stol(line.substr(name.size() + 1));
+  throw std::runtime_error("nothing tells the " + name);
+}
+
+// Waits until the server has let go of its last connection, and asks.
+Figures Measure(BenchProcess& bench) {
+  std::this_thread::sleep_for(300ms);
+  Figures figures;
+  const std::vector<std::string> resources = bench.Console("resources");
+  figures.handles = NumberOf(resources, "handles");
+  figures.threads = NumberOf(resources, "threads");
+  figures.memory_kb = NumberOf(resources, "memory");
+  figures.allocated_kb = NumberOf(resources, "allocated");
+  for (const std::string& line : resources)
+    if (const auto in = line.find(" kB in "); in != std::string::npos)
+      figures.blocks = std::stol(line.substr(in + 7));
+
+  for (const std::string& line : bench.Console("ledger")) {
+    std::istringstream words(line);
+    std::string what, kind, more;
+    long count = 0;
+    words >> what >> count >> kind;
+    if (what == "outstanding:" && kind == "section" && !(words >> more))
+      figures.sections = count;
+    else
+      figures.complaints.push_back(line);
+  }
+
+  for (const int kernel : endtoend::ProcessesOfBenches("creokernel")) {
+    const std::filesystem::path process = "/proc/" + std::to_string(kernel);
+    const std::vector<std::string> status = endtoend::LinesOf(process / "status");
+    figures.kernel_kb += NumberOf(status, "VmRSS");
+    figures.kernel_threads += NumberOf(status, "Threads");
+    figures.kernel_files += std::distance(std::filesystem::directory_iterator(process / "fd"), {});
+  }
+  return figures;
+}
+
 class Soak : public testing::Test {
  protected:
   Soak() {
@@ -59,19 +113,6 @@ class Soak : public testing::Test {
     const char* const seed = std::getenv("VEK_SOAK_SEED");
     seed_ = seed != nullptr ? static_cast<std::uint32_t>(std::stoul(seed)) : std::random_device()();
     std::printf("seed %u\n", seed_);
-  }
-
-  // The add-in installed with a helper that notes how it is called, and a working directory that is empty.
-  std::map<std::string, std::string> Install() {
-    const fs::path root(VEK_SOURCE_DIR);
-    folder_ = fs::path(endtoend::BenchHome()) / "soak";
-    fs::remove_all(folder_);
-    fs::create_directories(folder_ / "work");
-    fs::copy(root / "build/windows/addin/VekCreoAddin.dll", folder_);
-    fs::copy(root / "deploy/welcome.html", folder_);
-    fs::copy(root / "build/windows/tests/platform/note_arguments.exe", Helper());
-    return {{"VEK_BENCH_ADDIN", (folder_ / "VekCreoAddin.dll").string()},
-            {"VEK_BENCH_WORK", (folder_ / "work").string()}};
   }
 
   void RunWaves(Traffic& traffic, Random& random) {
@@ -88,13 +129,11 @@ class Soak : public testing::Test {
     }
   }
 
-  fs::path Helper() const { return folder_ / "VekAI.Creo.AddinHelper.exe"; }
-
   // Stops and starts the add-in, every tenth time with its helper, now and then under clients that are
   // connected.
   void Restart(BenchProcess& bench, Traffic& traffic, int cycle) {
     SCOPED_TRACE("restart " + std::to_string(cycle));
-    if (cycle % 10 == 0) fs::rename(folder_ / "aside.exe", Helper());
+    if (cycle % 10 == 0) fs::rename(folder_ / "aside.exe", addin_.Helper());
     std::unique_ptr<RawConnection> reading, waiting;
     if (cycle % 50 == 0) {
       reading = std::make_unique<RawConnection>(endtoend::kPort);
@@ -109,15 +148,12 @@ class Soak : public testing::Test {
     if (cycle % 10 == 0) traffic.AskBatch();
     if (reading) EXPECT_EQ(reading->ReadToEnd(), "");
     if (waiting) EXPECT_EQ(waiting->ReadToEnd(), "");
-    if (cycle % 10 == 0) fs::rename(Helper(), folder_ / "aside.exe");
+    if (cycle % 10 == 0) fs::rename(addin_.Helper(), folder_ / "aside.exe");
   }
 
-  // How often the helper was called at starts and at stops.
-  int HelperCalls(const std::string& argument) const {
-    int calls = 0;
-    std::ifstream stream(Helper().string() + ".noted");
-    for (std::string line; std::getline(stream, line);) calls += line.find(argument) != std::string::npos;
-    return calls;
+  // How often the helper was called at starts or at stops.
+  std::ptrdiff_t HelperCalls(const std::string& argument) const {
+    return std::ranges::count(addin_.HelperCalls(), argument);
   }
 
   void Print(const Figures& start, const Figures& warm, const Figures& asked, const Figures& end,
@@ -174,14 +210,17 @@ class Soak : public testing::Test {
   bool whole_ = false;
   Plan plan_;
   std::uint32_t seed_ = 0;
-  fs::path folder_;
+  const fs::path folder_ = fs::path(endtoend::BenchHome()) / "soak";
+  const endtoend::InstalledAddin addin_{folder_};
   std::map<std::string, std::chrono::milliseconds> longest_;
   std::chrono::milliseconds longest_behind_{0};
   std::chrono::milliseconds slowest_restart_{0};
 };
 
 TEST_F(Soak, StaysFlatOverRequestsHostileClientsAndRestarts) {
-  const auto environment = Install();
+  fs::create_directories(folder_ / "work");
+  auto environment = addin_.Environment();
+  environment["VEK_BENCH_WORK"] = (folder_ / "work").string();
   Figures start, warm, asked, end;
   {
     BenchProcess bench(environment);
@@ -197,7 +236,7 @@ TEST_F(Soak, StaysFlatOverRequestsHostileClientsAndRestarts) {
       RunWaves(traffic, random);
     }
     asked = Measure(bench);
-    fs::rename(Helper(), folder_ / "aside.exe");
+    fs::rename(addin_.Helper(), folder_ / "aside.exe");
     for (int cycle = 0; cycle < plan_.cycles && !HasFailure(); ++cycle) Restart(bench, traffic, cycle);
     end = Measure(bench);
     ASSERT_FALSE(HasFailure());

@@ -49,25 +49,16 @@ std::string QuotedBehind(const std::string& text, const std::string& mark) {
 
 // A request that is answered at once, whatever model is current.
 struct KnownAnswer {
-  const char* method;
-  const char* path;
-  const char* body;
+  const char *method, *path, *body;
   int status;
   const char* answer;  // the whole body
 };
 
 constexpr KnownAnswer kKnownAnswers[] = {
     {"OPTIONS", "/anything", "", 204, ""},
-    {"PUT", "/health", "", 404, R"({"error":"Endpoint not found: PUT /health"})"},
     {"GET", "/execute?x=1", "", 404, R"({"error":"Endpoint not found: GET /execute"})"},
-    {"POST", "/nowhere/", "{}", 404, R"({"error":"Endpoint not found: POST /nowhere"})"},
-    {"POST", "/execute", "", 400, R"({"error":"Request body is empty."})"},
     {"POST", "/execute", "{}", 400, R"({"error":"Request must include an 'operations' object."})"},
-    {"POST", "/execute", R"({"operations":{}})", 400,
-     R"({"error":"Request must include at least one entry in 'operations'."})"},
-    {"POST", "/execute", R"({"operations":[]})", 400, R"({"error":"Invalid operations object."})"},
     {"POST", "/execute", R"({"operations":{5}})", 400, R"({"error":"Malformed operations object."})"},
-    {"POST", "/", "", 400, "<html><body><h1>Error</h1><p>Request body is empty</p></body></html>"},
     {"POST", "/", R"({"x":1})", 400,
      "<html><body><h1>Error</h1><p>Download path is missing</p></body></html>"},
     {"POST", "/", R"({"downloadPath":"C:\nowhere\part.prt"})", 404,
@@ -77,8 +68,7 @@ constexpr KnownAnswer kKnownAnswers[] = {
 }  // namespace
 
 void ExpectHolds(const std::string& text, std::initializer_list<std::string> parts) {
-  for (const std::string& part : parts)
-    EXPECT_NE(text.find(part), std::string::npos) << "no " << part << "\nin " << text;
+  for (const std::string& part : parts) endtoend::ExpectHolds(text, part);
 }
 
 Traffic::Traffic(std::uint32_t seed, std::string work) : random_(seed), work_(std::move(work)) {

@@ -1,5 +1,5 @@
+#include <ProSolid.h>
 #include <ProWindows.h>
-#include <gmock/gmock.h>
 
 #include "tests/support/bench_fixture.h"
 
@@ -7,6 +7,58 @@ namespace bench {
 namespace {
 
 using support::MdlNameBuffer;
+
+class ModelsTest : public support::BenchTest {
+ protected:
+  ProError Create(std::wstring_view name, ProMdlfileType type = PRO_MDLFILE_PART) {
+    MdlNameBuffer buffer(name);
+    ProSolid solid = nullptr;
+    return ProSolidMdlnameCreate(buffer, type, &solid);
+  }
+};
+
+TEST_F(ModelsTest, NamesThatNoModelCanBearAreRefused) {
+  EXPECT_EQ(Create(std::wstring(31, L'a')), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Create(std::wstring(32, L'a')), PRO_TK_LINE_TOO_LONG);
+  EXPECT_EQ(Create(L""), PRO_TK_BAD_INPUTS);
+  EXPECT_EQ(Create(L"a\\b"), PRO_TK_INVALID_NAME);
+  EXPECT_EQ(Create(L"a.prt"), PRO_TK_INVALID_NAME);
+  EXPECT_EQ(Create(L"with blank"), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Create(L"DRAWING", PRO_MDLFILE_DRAWING), PRO_TK_INVALID_TYPE);
+}
+
+TEST_F(ModelsTest, ANameInSessionOrInTheWorkingDirectoryIsTaken) {
+  NewPart(L"BOLT");
+  WriteFile(L"nut.prt.3", "");
+  WriteFile(L"frame.asm", "");
+  EXPECT_EQ(Create(L"bolt"), PRO_TK_E_FOUND);
+  EXPECT_EQ(Create(L"NUT"), PRO_TK_E_FOUND);
+  EXPECT_EQ(Create(L"FRAME", PRO_MDLFILE_ASSEMBLY), PRO_TK_E_FOUND);
+  EXPECT_EQ(Create(L"BOLT", PRO_MDLFILE_ASSEMBLY), PRO_TK_NO_ERROR);
+  EXPECT_EQ(Create(L"FRAME"), PRO_TK_NO_ERROR);
+}
+
+TEST_F(ModelsTest, AnErasedModelIsDeadForEveryCallAndItsHandleIsNotGivenAgain) {
+  const ProMdl dead = Handle(NewPart(L"BOLT"));
+  ASSERT_EQ(ProMdlErase(dead), PRO_TK_NO_ERROR);
+  EXPECT_EQ(ProMdlErase(dead), PRO_TK_INVALID_PTR);
+  ProMdlType type = PRO_MDL_UNUSED;
+  EXPECT_EQ(ProMdlTypeGet(dead, &type), PRO_TK_INVALID_PTR);
+  EXPECT_EQ(ProMdlSave(dead), PRO_TK_INVALID_PTR);
+  EXPECT_EQ(ProMdlSave(nullptr), PRO_TK_BAD_INPUTS);
+  for (int i = 0; i < 50; ++i) EXPECT_NE(Handle(NewPart(L"P" + std::to_wstring(i))), dead);
+}
+
+TEST_F(ModelsTest, RenamingKeepsTheHandleAndRefusesATakenName) {
+  Model& part = NewPart(L"BOLT");
+  NewPart(L"NUT");
+  part.modified = false;
+  EXPECT_EQ(ProMdlnameRename(Handle(part), MdlNameBuffer(L"nut")), PRO_TK_E_FOUND);
+  EXPECT_FALSE(part.modified);
+  EXPECT_EQ(ProMdlnameRename(Handle(part), MdlNameBuffer(L"screw")), PRO_TK_NO_ERROR);
+  EXPECT_EQ(part.name, L"SCREW");
+  EXPECT_TRUE(part.modified);
+}
 
 class WindowsTest : public support::BenchTest {
  protected:
@@ -45,18 +97,6 @@ TEST_F(WindowsTest, AWindowNeedsAModelInSessionThatHasNone) {
   EXPECT_NE(Open(part), window) << "ids are not reused";
 }
 
-TEST_F(WindowsTest, OnlyActivatingMakesAModelCurrent) {
-  Model& part = NewPart(L"BOLT");
-  EXPECT_EQ(ProMdlDisplay(Handle(part)), PRO_TK_NO_ERROR);
-  int none = -1;
-  EXPECT_EQ(ProMdlWindowGet(Handle(part), &none), PRO_TK_E_NOT_FOUND) << "display opens no window";
-  const int window = Open(part);
-  EXPECT_EQ(ProMdlDisplay(Handle(part)), PRO_TK_NO_ERROR);
-  EXPECT_EQ(Current(), nullptr);
-  ASSERT_EQ(ProWindowActivate(window), PRO_TK_NO_ERROR);
-  EXPECT_EQ(Current(), Handle(part));
-}
-
 TEST_F(WindowsTest, AfterACloseTheLastActiveOtherModelIsCurrent) {
   Model& a = NewPart(L"A");
   Model& b = NewPart(L"B");
@@ -76,17 +116,6 @@ TEST_F(WindowsTest, AfterACloseTheLastActiveOtherModelIsCurrent) {
   EXPECT_EQ(ProWindowDelete(of_b), PRO_TK_NO_ERROR);
   EXPECT_EQ(Current(), nullptr);
   EXPECT_NE(host().session.Find(Handle(c)), nullptr);
-}
-
-TEST_F(WindowsTest, ErasingAModelTakesItsWindowAlong) {
-  Model& a = NewPart(L"A");
-  Model& b = NewPart(L"B");
-  OpenAndActivate(a);
-  const int of_b = OpenAndActivate(b);
-  ASSERT_EQ(ProMdlErase(Handle(b)), PRO_TK_NO_ERROR);
-  EXPECT_EQ(Current(), Handle(a));
-  EXPECT_EQ(ProWindowActivate(of_b), PRO_TK_BAD_INPUTS);
-  EXPECT_EQ(ProWindowDelete(of_b), PRO_TK_BAD_INPUTS);
 }
 
 TEST_F(WindowsTest, CallsOfAWindowTakeOnlyAnExistingOne) {

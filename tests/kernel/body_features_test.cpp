@@ -1,3 +1,4 @@
+// What is done to a body as a whole: shells, holes, moves.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,8 +14,8 @@ json Shell(int feature, double thickness, const std::vector<std::string>& remove
 }
 
 // A block of 40 × 30 × 20 on FRONT.
-json Block(int feature = 1) {
-  return Extrude(feature, Front(), Rectangle(1, 0, 0, 40, 30), {.depth = 20});
+json Block() {
+  return Extrude(1, Front(), Rectangle(1, 0, 0, 40, 30), {.depth = 20});
 }
 
 TEST(Shell, LeavesWallsOfOneThickness) {
@@ -84,7 +85,7 @@ TEST(Shell, HollowsEachOfSeveralSolids) {
 }
 
 TEST(Shell, IsRefusedWithTheReason) {
-  const std::vector<std::string> all = {"1:start", "1:end", "1:side:1", "1:side:2", "1:side:3", "1:side:4"};
+  const auto all = Keys(Built({Block()})["faces"]);
   const std::string does_not_fit = "The thickness doesn't fit into the body.";
   // Two blocks of 20, joined by a neck that is 6 wide.
   const Entities neck =
@@ -113,6 +114,111 @@ TEST(Shell, IsRefusedWithTheReason) {
               (800 + 120) * 20.0 - (2 * 16 * 16 + 24 * 2) * 18);
   EXPECT_EQ(Reason({SketchRecipe(1, Front(), {Circle(1, 0, 0, 5)}), Shell(2, 2)}),
             "There is no body to shell.");
+}
+
+json Hole(int feature, const std::string& point, double diameter, double depth, const json& direction = {}) {
+  json recipe = {
+      {"feature", feature}, {"kind", "hole"}, {"point", point}, {"diameter", diameter}, {"depth", depth}};
+  if (!direction.is_null()) recipe["direction"] = direction;
+  return recipe;
+}
+
+// The block and sketches with points: one on each of FRONT, the top and in the air.
+Recipes Spotted() {
+  return {Block(),
+          SketchRecipe(2, Front(), {Point(1, 10, 10), Point(2, 100, 10), AsConstruction(Point(3, 5, 5))}),
+          SketchRecipe(3, FrontAt(20), {Point(1, 30, 20)})};
+}
+
+Recipes With(Recipes recipes, const json& last) {
+  recipes.push_back(last);
+  return recipes;
+}
+
+constexpr double kBlock = 40 * 30 * 20;
+
+TEST(Hole, IsACylinderFromItsPointAlongItsDirection) {
+  const json part = Built(With(Spotted(), Hole(4, "2:point:1", 6, 12, {0, 0, 1})));
+  ExpectClose(Volume(part), kBlock - 9 * kPi * 12);
+  const json side = FaceNamed(part, "4:side");
+  EXPECT_EQ(side["type"], "cylinder");
+  ExpectClose(side["radius"].get<double>(), 3);
+  ExpectClose(Box(side), {7, 7, 0, 13, 13, 12});
+  // The floor looks back to where the drill came from.
+  ExpectClose(FaceNamed(part, "4:end")["normal"], {0, 0, -1});
+  EXPECT_EQ(part["faces"].size(), 8u);
+}
+
+TEST(Hole, WithoutADirectionGoesIntoTheMaterialUnderItsPoint) {
+  // From FRONT upwards, from the top downwards; 25 is through.
+  ExpectClose(Box(FaceNamed(Built(With(Spotted(), Hole(4, "2:point:1", 6, 5))), "4:side")),
+              {7, 7, 0, 13, 13, 5});
+  ExpectClose(Box(FaceNamed(Built(With(Spotted(), Hole(4, "3:point:1", 4, 5))), "4:side")),
+              {28, 18, 15, 32, 22, 20});
+  ExpectClose(Volume(Built(With(Spotted(), Hole(4, "3:point:1", 4, 25)))), kBlock - 4 * kPi * 20);
+}
+
+TEST(Hole, IsRefusedWithTheReason) {
+  const json up = {0, 0, 1}, down = {0, 0, -1};
+  const std::pair<std::string, json> cases[] = {
+      {"The diameter must be above 0.", Hole(4, "2:point:1", 0, 5, up)},
+      {"The depth must be above 0.", Hole(4, "2:point:1", 5, -1, up)},
+      {"The cut removes nothing from the body.", Hole(4, "2:point:1", 5, 5, down)},
+      {"The point lies on no face of the body.", Hole(4, "2:point:2", 5, 5)},
+      {"There is no sketch point 2:point:3.", Hole(4, "2:point:3", 5, 5, up)},
+  };
+  for (const auto& [reason, hole] : cases) EXPECT_EQ(Reason(With(Spotted(), hole)), reason);
+  EXPECT_EQ(Reason({SketchRecipe(2, Front(), {Point(1, 0, 0)}), Hole(4, "2:point:1", 5, 5, up)}),
+            "There is no body to drill.");
+}
+
+json Move(int feature, const json& x, const json& y, const json& z, const json& origin) {
+  return {{"feature", feature}, {"kind", "move"}, {"x", x}, {"y", y}, {"z", z}, {"origin", origin}};
+}
+
+// A quarter turn about +Z, right-handed, and then 100 along X.
+json QuarterTurn(int feature) {
+  return Move(feature, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {100, 0, 0});
+}
+
+// With a slot through its top, which leaves two faces of one name on it.
+Recipes SlottedBlock() {
+  return {Block(), Extrude(2, FrontAt(20), Rectangle(1, 10, 0, 4, 30), {"cut", "blind", 5, 0, true})};
+}
+
+TEST(Move, TakesTheBodyAlongAndLeavesSketches) {
+  Recipes recipes = SlottedBlock();
+  recipes.insert(recipes.begin(), SketchRecipe(3, Front(), {Point(1, 10, 5)}));
+  recipes.push_back(QuarterTurn(4));
+  const json part = Built(recipes);
+  // x 0..40 becomes y, y 0..30 becomes 100 - y.
+  ExpectClose(Box(part["outline"]), {70, 0, 0, 100, 40, 20});
+  ExpectClose(Volume(part), 40 * 30 * 20 - 4 * 30 * 5);
+  ExpectClose(Named(part["points"], "3:point:1")["at"], {10, 5, 0});
+
+  // What follows meets the body where it is now.
+  recipes.push_back(Extrude(5, FrontAt(20), {Circle(1, 85, 35, 3)}, {"cut", "blind", 10, 0, true}));
+  ExpectClose(Volume(Built(recipes)), 24000 - 600 - 90 * kPi);
+}
+
+TEST(Move, LeavesEveryKeyToItsFace) {
+  // Half a turn about +Z reverses the order of the centres, by which parts of a face are numbered.
+  const json half_turn = Move(3, {-1, 0, 0}, {0, -1, 0}, {0, 0, 1}, {0, 0, 0});
+  Recipes recipes = SlottedBlock();
+  const json before = Built(recipes);
+  recipes.push_back(half_turn);
+  const json after = Built(recipes);
+  EXPECT_EQ(Keys(after["faces"]), Keys(before["faces"]));
+  EXPECT_EQ(Keys(after["edges"]), Keys(before["edges"]));
+  ExpectClose(Box(FaceNamed(before, "1:end")), {0, 0, 20, 10, 30, 20});
+  ExpectClose(Box(FaceNamed(after, "1:end")), {-10, -30, 20, 0, 0, 20});
+  // Also after a feature that follows.
+  recipes.push_back(Extrude(4, Front(), {Circle(1, -30, -15, 3)}, {"cut", "through_all"}));
+  ExpectClose(Box(FaceNamed(Built(recipes), "1:end")), {-10, -30, 20, 0, 0, 20});
+}
+
+TEST(Move, OfNothingIsRefused) {
+  EXPECT_EQ(Reason({QuarterTurn(1)}), "There is no body to move.");
 }
 
 }  // namespace
