@@ -1,8 +1,8 @@
 # vek_precompile(target header…)
 #
 # Headers that most sources of the target include, read once for all of them. It is for Clang, which keeps the
-# templates that they instantiate as well; with GCC, joined sources save more (JoinedSources.cmake). Every source goes
-# on including what it uses: CMAKE_DISABLE_PRECOMPILE_HEADERS=ON holds them to it.
+# templates that they instantiate as well; joined sources (JoinedSources.cmake) save more, and with Clang the two go
+# together. Every source goes on including what it uses: CMAKE_DISABLE_PRECOMPILE_HEADERS=ON holds them to it.
 function(vek_precompile target)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL Clang OR CMAKE_DISABLE_PRECOMPILE_HEADERS)
     return()
